@@ -1,0 +1,32 @@
+#include "Mesh/Core/PinTolerance.h"
+
+#include <gtest/gtest.h>
+
+namespace KM {
+namespace {
+
+const TPoint<double> Origin(0, 0, 0);
+
+TEST(PINTolerance, IsThreeThousandthsOfTheLargestExtentAtAccuracyZero) {
+    EXPECT_EQ(PINTolerance(Origin, TPoint<double>(1, 2, 1000), 0.0), 3.0);
+    EXPECT_EQ(PINTolerance(Origin, TPoint<double>(1, 1000, 2), 0.0), 3.0);
+    EXPECT_EQ(PINTolerance(Origin, TPoint<double>(1000, 1, 2), 0.0), 3.0);
+}
+
+TEST(PINTolerance, HalvesWithEachEighthOfAccuracy) {
+    EXPECT_EQ(PINTolerance(Origin, TPoint<double>(1000, 1, 2), 0.125), 1.5);
+    EXPECT_EQ(PINTolerance(Origin, TPoint<double>(1000, 1, 2), 1.0), 3.0 / 256.0);
+}
+
+TEST(PINTolerance, OfABoxOfZeroSizeIsZero) { EXPECT_EQ(PINTolerance(Origin, Origin, 0.5), 0.0); }
+
+TEST(PINGridStep, IsTwiceTheMeanExtentForOneItemAtTheFineEnd) {
+    EXPECT_EQ(PINGridStep(Origin, TPoint<double>(1, 2, 3), 1, 1.0), 4.0);
+}
+
+TEST(PINGridStep, IsTenTimesAsWideAtTheCoarseEnd) {
+    EXPECT_EQ(PINGridStep(Origin, TPoint<double>(1, 2, 3), 4, 0.0), 20.0);
+}
+
+}  // namespace
+}  // namespace KM

@@ -1,0 +1,129 @@
+#include "Support/Meshes.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <numeric>
+#include <random>
+
+#include "Mesh/Core/Construction.h"
+
+namespace KM::Test {
+namespace {
+
+using P = TPoint<double>;
+
+}  // namespace
+
+Soup IndexedFacets::AsSoup() const {
+    Soup soup;
+    soup.reserve(triples.size());
+    for (const int node : triples) soup.push_back(points[node]);
+    return soup;
+}
+
+PIN FromFacets(const IndexedFacets& facets) {
+    PIN mesh;
+    AddTriangles_3(mesh, facets.points, facets.triples);
+    return mesh;
+}
+
+PIN RightTriangle() { return FromFacets({{P(0, 0, 0), P(1, 0, 0), P(0, 1, 0)}, {0, 1, 2}}); }
+
+PIN UnitSquare() { return FromFacets({{P(0, 0, 0), P(1, 0, 0), P(1, 1, 0), P(0, 1, 0)}, {0, 1, 3, 1, 2, 3}}); }
+
+IndexedFacets CubeFacets() {
+    IndexedFacets cube;
+    for (int i = 0; i < 8; ++i) cube.points.push_back(P(i & 1, (i >> 1) & 1, (i >> 2) & 1));
+    cube.triples = {0, 2, 1, 1, 2, 3, 4, 5, 6, 5, 7, 6, 0, 1, 4, 1, 5, 4,
+                    2, 6, 3, 3, 6, 7, 0, 4, 2, 2, 4, 6, 1, 3, 5, 3, 7, 5};
+    return cube;
+}
+
+PIN Cube() { return FromFacets(CubeFacets()); }
+
+IndexedFacets GridFacets(int n) {
+    IndexedFacets grid;
+    for (int y = 0; y <= n; ++y)
+        for (int x = 0; x <= n; ++x) grid.points.push_back(P(x, y, 0));
+    for (int y = 0; y < n; ++y)
+        for (int x = 0; x < n; ++x) {
+            const int a = y * (n + 1) + x;
+            const int above = a + n + 1;
+            grid.triples.insert(grid.triples.end(), {a, a + 1, above, a + 1, above + 1, above});
+        }
+    return grid;
+}
+
+PIN Grid(int n) { return FromFacets(GridFacets(n)); }
+
+IndexedFacets SphereFacets(int n) {
+    // Each face of the octahedron is a triangular grid; nodes are keyed by their integer position, so that the faces share
+    // those on their borders.
+    IndexedFacets sphere;
+    std::map<std::array<int, 3>, int> known;
+    const auto node = [&](const std::array<int, 3>& at) {
+        const auto [entry, isNew] = known.try_emplace(at, static_cast<int>(sphere.points.size()));
+        if (isNew) {
+            const P p(at[0], at[1], at[2]);
+            sphere.points.push_back(p / Length(p));
+        }
+        return entry->second;
+    };
+    for (const int sx : {1, -1})
+        for (const int sy : {1, -1})
+            for (const int sz : {1, -1}) {
+                const auto at = [&](int i, int j) { return node({sx * (n - i - j), sy * i, sz * j}); };
+                const auto add = [&](int a, int b, int c) {
+                    if (sx * sy * sz < 0) std::swap(b, c);
+                    sphere.triples.insert(sphere.triples.end(), {a, b, c});
+                };
+                for (int j = 0; j < n; ++j)
+                    for (int i = 0; i + j < n; ++i) {
+                        add(at(i, j), at(i + 1, j), at(i, j + 1));
+                        if (i + j + 1 < n) add(at(i + 1, j), at(i + 1, j + 1), at(i, j + 1));
+                    }
+            }
+    return sphere;
+}
+
+PIN Sphere(int n) { return FromFacets(SphereFacets(n)); }
+
+IndexedFacets BumpySphereFacets(int n) {
+    IndexedFacets sphere = SphereFacets(n);
+    for (P& p : sphere.points) {
+        const double bump = std::sin(9.0 * p.X) + std::sin(11.0 * p.Y + 1.0) + std::sin(13.0 * p.Z + 2.0);
+        p = p * (100.0 + 2.0 * bump);
+    }
+    return sphere;
+}
+
+PIN BumpySphere(int n) { return FromFacets(BumpySphereFacets(n)); }
+
+IndexedFacets RandomFacets(unsigned seed, int count) {
+    std::mt19937 random(seed);
+    IndexedFacets facets;
+    const int nodes = std::max(3, count / 2);
+    // mt19937 is the same everywhere; the distributions of the standard library are not, so they are not used.
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int i = 0; i < nodes; ++i) facets.points.push_back(P(below(1000), below(1000), below(1000)));
+    for (int i = 0; i < 3 * count; ++i) facets.triples.push_back(below(nodes));
+    return facets;
+}
+
+PIN RandomMesh(unsigned seed, int count) { return FromFacets(RandomFacets(seed, count)); }
+
+IndexedFacets Shuffled(IndexedFacets facets, unsigned seed) {
+    std::mt19937 random(seed);
+    const std::size_t count = facets.triples.size() / 3;
+    for (std::size_t i = count; i > 1; --i) {
+        const std::size_t j = random() % i;
+        for (std::size_t k = 0; k < 3; ++k) std::swap(facets.triples[3 * (i - 1) + k], facets.triples[3 * j + k]);
+        const auto begin = facets.triples.begin() + static_cast<std::ptrdiff_t>(3 * (i - 1));
+        std::rotate(begin, begin + random() % 3, begin + 3);
+    }
+    return facets;
+}
+
+}  // namespace KM::Test
