@@ -15,5 +15,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/KMConfigVersion.cmake COM
 install(FILES ${PROJECT_BINARY_DIR}/KMConfig.cmake ${PROJECT_BINARY_DIR}/KMConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/KM)
 
+# The pkg-config file finds the prefix from where it lies, as the CMake package does, so the tree can be moved.
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE km_libdir)
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig OUTPUT_VARIABLE km_prefix)
 configure_file(cmake/km.pc.in ${PROJECT_BINARY_DIR}/km.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/km.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
