@@ -1,5 +1,6 @@
 #include "Facet/PlainLevels.h"
 
+#include <algorithm>
 #include <cmath>
 #include <deque>
 #include <list>
@@ -30,7 +31,7 @@ struct PlainQuadric {
 class PlainReducer {
 public:
     PlainReducer(PIN& mesh, const std::vector<double>& tolerances)
-        : mesh_(mesh), quadrics_(mesh.points.size()), places_(mesh.edges.size()), keepStart_(mesh.edges.size(), false),
+        : mesh_(mesh), quadrics_(mesh.points.size()), places_(mesh.edges.size(), {-1, {}}), keepStart_(mesh.edges.size(), false),
           retries_(mesh.edges.size(), 0) {
         double scale = 1.0;
         for (const double tolerance : tolerances) {
@@ -401,7 +402,7 @@ std::vector<std::int32_t> PlainStream(const std::vector<KsLod>& lods) {
     std::vector<std::int32_t> words;
     for (std::size_t i = 0; i < lods.size(); ++i) {
         if (i > 0 && lods[i].size == lods[i - 1].size) continue;
-        words.push_back(static_cast<std::int32_t>(lods[i].tolerance * 100000.0));
+        words.push_back(static_cast<std::int32_t>(std::clamp(lods[i].tolerance * 100000.0, -2147483648.0, 2147483647.0)));
         words.push_back(lods[i].size);
         words.push_back(static_cast<std::int32_t>(lods[i].strips.size()));
         for (const StripFan& strip : lods[i].strips) {
