@@ -36,6 +36,15 @@ TEST(Allocate, PassesTheCodeOfTheServiceOn) {
     EXPECT_EQ(values, nullptr);
 }
 
+TEST(Free, ThatFailsKeepsTheBlock) {
+    double* values = nullptr;
+    ASSERT_EQ(Allocate(3, &values), 0);
+    KmHostFailAfter(KM_HOST_MEM_FREE, 0);
+    EXPECT_EQ(Free(&values), KM_HOST_INJECTED_FAILURE);
+    EXPECT_NE(values, nullptr);
+    EXPECT_EQ(Free(&values), 0);
+}
+
 TEST(Append, ExtendsAListOfWords) {
     KmList* list = nullptr;
     ASSERT_EQ(KmListMk(2, 4, 1, 1, 0, &list), 0);

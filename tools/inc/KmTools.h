@@ -149,12 +149,13 @@ int Allocate(size_t count, T** result) {
     return code;
 }
 
-/// Frees `*block` and sets it to null.
+/// Frees `*block` and sets it to null; a block that cannot be freed stays.
 template <class T>
 int Free(T** block) {
     void* plain = *block;
-    *block = nullptr;
-    return KmMemFree(&plain);
+    const int code = KmMemFree(&plain);
+    *block = static_cast<T*>(plain);
+    return code;
 }
 
 /// Appends to a list of 32-bit integers.
