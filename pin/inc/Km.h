@@ -22,5 +22,6 @@
 #include "Mesh/Core/PinTolerance.h"
 #include "Mesh/Core/PinVisitor.h"
 #include "Mesh/Core/WholeMesh.h"
+#include "Tools/KmPinDraw.h"
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Debug/Exceptions.h"

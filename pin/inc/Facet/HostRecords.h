@@ -11,7 +11,7 @@ struct KsLim1 {
     double min;
     double max;
 };
-static_assert(sizeof(KsLim1) == 16);
+static_assert(sizeof(KsLim1) == 16 && offsetof(KsLim1, min) == 0 && offsetof(KsLim1, max) == 8);
 
 /// The host's point.
 struct KsPoint {
@@ -19,7 +19,8 @@ struct KsPoint {
     double y;
     double z;
 };
-static_assert(sizeof(KsPoint) == 24);
+static_assert(sizeof(KsPoint) == 24 && offsetof(KsPoint, x) == 0);
+static_assert(offsetof(KsPoint, y) == 8 && offsetof(KsPoint, z) == 16);
 
 /// One vertex of a facet list. Only the coordinates are read; the other bytes belong to the host.
 struct KsEvent {
@@ -50,4 +51,5 @@ struct KsLodsTRI {
     std::int32_t size;      ///< words reserved in `data`
     std::int32_t* data;     ///< from `KmMemAlloc`, owned by the receiver; null when there is no result
 };
+static_assert(offsetof(KsLodsTRI, lodCount) == 0 && offsetof(KsLodsTRI, size) == 4);
 static_assert(sizeof(KsLodsTRI) == 16 && offsetof(KsLodsTRI, data) == 8);

@@ -42,6 +42,9 @@ KM_API KsLodsTRI LodsToTRI(const std::vector<KsLod>& lods, int size);
 
 }  // namespace KM
 
+using KM::KsLod;
+using KM::LodsToTRI;
+
 /// The whole way from host facets to a level stream: builds a mesh from the records, reduces it if `KgApplFacetDecimate`
 /// is not 0, and flattens the levels.
 ///
