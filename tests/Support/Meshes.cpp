@@ -75,14 +75,15 @@ IndexedFacets SphereFacets(int n) {
         for (const int sy : {1, -1})
             for (const int sz : {1, -1}) {
                 const auto at = [&](int i, int j) { return node({sx * (n - i - j), sy * i, sz * j}); };
-                const auto add = [&](int a, int b, int c) {
-                    if (sx * sy * sz < 0) std::swap(b, c);
-                    sphere.triples.insert(sphere.triples.end(), {a, b, c});
+                // Lists in braces, unlike arguments, are evaluated in order with every compiler; it numbers the nodes.
+                const auto add = [&](std::array<int, 3> nodes) {
+                    if (sx * sy * sz < 0) std::swap(nodes[1], nodes[2]);
+                    sphere.triples.insert(sphere.triples.end(), nodes.begin(), nodes.end());
                 };
                 for (int j = 0; j < n; ++j)
                     for (int i = 0; i + j < n; ++i) {
-                        add(at(i, j), at(i + 1, j), at(i, j + 1));
-                        if (i + j + 1 < n) add(at(i + 1, j), at(i + 1, j + 1), at(i, j + 1));
+                        add({at(i, j), at(i + 1, j), at(i, j + 1)});
+                        if (i + j + 1 < n) add({at(i + 1, j), at(i + 1, j + 1), at(i, j + 1)});
                     }
             }
     return sphere;
@@ -107,7 +108,9 @@ IndexedFacets RandomFacets(unsigned seed, int count) {
     const int nodes = std::max(3, count / 2);
     // mt19937 is the same everywhere; the distributions of the standard library are not, so they are not used.
     const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
-    for (int i = 0; i < nodes; ++i) facets.points.push_back(P(below(1000), below(1000), below(1000)));
+    // In braces, since the arguments of a call are evaluated in an order that the compiler chooses.
+    const auto coordinate = [&] { return static_cast<double>(below(1000)); };
+    for (int i = 0; i < nodes; ++i) facets.points.push_back(P{coordinate(), coordinate(), coordinate()});
     for (int i = 0; i < 3 * count; ++i) facets.triples.push_back(below(nodes));
     return facets;
 }
