@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace KM::Test {
+
+/// FNV-1a, 64 bits, over the bytes of what it is given.
+class Digest {
+public:
+    template <class T>
+    void Add(const T* items, std::size_t count) {
+        const auto* bytes = reinterpret_cast<const unsigned char*>(items);
+        for (std::size_t i = 0; i < count * sizeof(T); ++i) value_ = (value_ ^ bytes[i]) * 0x100000001b3u;
+    }
+    template <class T>
+    void Add(const std::vector<T>& items) {
+        Add(items.data(), items.size());
+    }
+
+    std::uint64_t Value() const { return value_; }
+
+private:
+    std::uint64_t value_ = 0xcbf29ce484222325u;
+};
+
+/// Prints a line of the list that two builds are compared by.
+void Print(const std::string& what, const Digest& digest);
+
+// One function a subsystem. Each prints a line for each of its results on each of its inputs.
+
+void PrintHostRoadDigests(const std::string& samples);
+
+}  // namespace KM::Test

@@ -1,0 +1,20 @@
+// Prints digests of results, bit for bit, on samples and on meshes made in code. Every build must print the same.
+
+#include <cinttypes>
+#include <cstdio>
+
+#include "Digest.h"
+
+namespace KM::Test {
+
+void Print(const std::string& what, const Digest& digest) {
+    std::printf("%016" PRIx64 "  %s\n", digest.Value(), what.c_str());
+}
+
+}  // namespace KM::Test
+
+int main(int argc, char** argv) {
+    if (argc != 2) return 2;
+    KM::Test::PrintHostRoadDigests(argv[1]);
+    return 0;
+}
