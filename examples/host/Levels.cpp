@@ -70,11 +70,15 @@ std::vector<Level> MakeLevels(const Part& part, const std::vector<double>& toler
         stream = std::move(longer);
     }
 
+    // `lodCount` decides how far the stream goes, whatever was expected of it.
+    int left = stream.Count();
     const std::int32_t* word = stream.Data();
     for (Level& level : levels) {
+        level.isRepeated = level.isRepeated || left == 0;
         if (level.isRepeated) continue;
         ReadLevel(word, level);
         word += level.words;
+        --left;
     }
     return levels;
 }

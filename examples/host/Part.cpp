@@ -66,5 +66,6 @@ Part ReadPart(const std::string& file) {
     while (reader.Read(v)) builder.Add(Point(v[0], v[1], v[2]), Point(v[3], v[4], v[5]), Point(v[6], v[7], v[8]));
     Part part = builder.Take();
     if (part.facets.empty()) throw std::runtime_error("holds no triangles");
+    if (!std::isfinite(part.diagonal)) throw std::runtime_error("is too large: its diagonal is no number");
     return part;
 }

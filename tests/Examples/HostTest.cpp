@@ -152,6 +152,12 @@ TEST_F(HostExample, NamesLevelsInWhichNothingWent) {
     EXPECT_FALSE(fs::exists(folder / "out/one/level-2.stl"));
 }
 
+TEST_F(HostExample, EndsWellOnAPartBeyondTheReachOfTolerances) {
+    Write(folder / "far.stl", "solid\nvertex 0 0 0\nvertex 1e18 0 0\nvertex 0 1e18 0\nendsolid\n");
+    EXPECT_EQ(Run("far.stl"), 0) << errors;
+    EXPECT_GE(RowsOf(output).size(), 1u);
+}
+
 TEST_F(HostExample, LeavesOutTrianglesThatAreNone) {
     Write(folder / "odd.stl",
           "solid\n"
@@ -171,6 +177,8 @@ TEST_F(HostExample, RefusesWhatIsNoWholeStlFileInOneLine) {
     Write(folder / "bare.stl", "solid of nothing\nendsolid of nothing\n");
     Write(folder / "cut text.stl", "solid\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0");
     Write(folder / "cut.stl", TextOf(Sample).substr(0, 84 + 50 * 100 + 7));
+    Write(folder / "endless.stl", "solid\nvertex 0 0 0\nvertex 1e300 0 0\nvertex 0 1e300 0\nendsolid\n");
+    ExpectRefusal("endless.stl", "is too large: its diagonal is no number");
     ExpectRefusal("missing.stl", "no such file");
     ExpectRefusal("a folder", "is a folder, not an STL file");
     ExpectRefusal("empty.stl", "is empty");
