@@ -40,8 +40,9 @@ void PrintTable(const std::string& file, const Part& part, const std::vector<Lev
             continue;
         }
         const double count = static_cast<double>(level.triangles.size());
+        const double wordsEach = level.triangles.empty() ? 0.0 : level.words / count;
         std::printf("  %9zu  %5.1f %%  %7d  %14.3f  %7.1f ms\n", level.triangles.size(), 100.0 * count / all,
-                    level.strips, level.words / count, level.milliseconds);
+                    level.strips, wordsEach, level.milliseconds);
     }
     std::printf("\nTolerance: in the units of the part. Time: of one call, from the triangles to this level.\n");
 }
