@@ -102,7 +102,7 @@ bool StlInput::ReadPlainNumber(double& value) {
     return true;
 }
 
-// All others, byte by byte: no byte is taken back once the next one has been seen.
+// All others, byte by byte; nothing is given back but the one byte that was looked at last.
 //
 //   number := [sign] (name | digits)
 //   name   := "nan" | "inf" | "infinity"
@@ -126,17 +126,20 @@ bool StlInput::CollectLetter(char lower) {
     return true;
 }
 
-bool StlInput::CollectLetters(const char* lower) {
-    for (; *lower != '\0'; ++lower)
-        if (!CollectLetter(*lower)) return false;
+// A byte that breaks a name off has been read by then, and `fscanf` does not give it back.
+bool StlInput::CollectRest(const char* lower) {
+    for (; *lower != '\0'; ++lower) {
+        if (CollectLetter(*lower)) continue;
+        if (Peek() != EOF) ++next_;
+        return false;
+    }
     return true;
 }
 
 bool StlInput::CollectName() {
-    if (ToLower(Peek()) == 'n') return CollectLetters("nan");
-    if (!CollectLetters("inf")) return false;
+    if (CollectLetter('n')) return CollectRest("an");
     // One more "i" binds: "infi" can only go on as "infinity".
-    return !CollectLetter('i') || CollectLetters("nity");
+    return CollectRest("inf") && (!CollectLetter('i') || CollectRest("nity"));
 }
 
 bool StlInput::CollectDigits() {

@@ -39,7 +39,7 @@ private:
     bool ReadAnyNumber(double& value);
     void Collect();
     bool CollectLetter(char lower);
-    bool CollectLetters(const char* lower);
+    bool CollectRest(const char* lower);
     bool CollectName();
     bool CollectDigits();
 

@@ -5,6 +5,7 @@
 #include "Facet/StlFile.h"
 #include "Facet/StlFormat.h"
 #include "Facet/StlInput.h"
+#include "KmTools.h"
 
 namespace KM {
 
@@ -111,11 +112,13 @@ bool STLReader::ReadText(double* nine) {
 extern "C" {
 
 KM::STLReader* KmSTLOpen(const char* fileName, char* header) try {
-    if (header != nullptr) header[0] = header[KM::StlHeaderSize] = '\0';
+    if (header != nullptr) header[0] = '\0';
     if (fileName == nullptr) return nullptr;
     auto reader = std::make_unique<KM::STLReader>(fileName);
     const std::string text = reader->ReadHeader();
-    if (header != nullptr) std::memcpy(header, text.c_str(), text.size() + 1);
+    if (header == nullptr) return reader.release();
+    KmStrCpy(header, text.c_str(), KM::StlHeaderSize + 1);
+    header[KM::StlHeaderSize] = '\0';
     return reader.release();
 } catch (...) { return nullptr; }
 
