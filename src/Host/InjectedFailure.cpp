@@ -15,8 +15,8 @@ constexpr Orders NoOrders() {
     return orders;
 }
 
-/// Per service, the calls that still work before the one that fails. One set a thread, because hosts work on several meshes
-/// in several threads, and a failure must hit the call that was meant.
+/// Per service, the calls that still work before the one that fails. One set a thread, because hosts work on several
+/// meshes in several threads, and a failure must hit the call that was meant.
 thread_local constinit Orders callsLeft = NoOrders();
 
 }  // namespace

@@ -10,7 +10,8 @@
 
 using KM::Host::FailsNow;
 
-static_assert(offsetof(KmList, itemSize) == 4 && offsetof(KmList, count) == 8, "hosts read the second and the third word");
+static_assert(offsetof(KmList, itemSize) == 4 && offsetof(KmList, count) == 8,
+              "hosts read the second and the third word");
 
 namespace {
 

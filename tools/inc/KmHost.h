@@ -2,15 +2,15 @@
 
 #include "KmTools.h"
 
-/// What the stand-alone host offers beyond the services: a listener for debug drawings, and failures on demand. The library
-/// itself needs none of this, and a real host's own library need not have it.
+/// What the stand-alone host offers beyond the services: a listener for debug drawings, and failures on demand. The
+/// library itself needs none of this, and a real host's own library need not have it.
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-/// Receives the drawing calls. Each function gets `user` first and returns what the drawing call is to return; one that is
-/// null is passed over, and its call returns 0.
+/// Receives the drawing calls. Each function gets `user` first and returns what the drawing call is to return; one that
+/// is null is passed over, and its call returns 0.
 typedef struct KmDrawListener {
     void* user;
     int (*setLineColour)(void* user, int colour);
@@ -21,7 +21,8 @@ typedef struct KmDrawListener {
     int (*displayAnnotation)(void* user, const double point[3], const char* text, double height, int colour);
 } KmDrawListener;
 
-/// Sends all drawing calls from now on, of every thread, to a copy of `*listener`. Null, the state at start, drops them.
+/// Sends all drawing calls from now on, of every thread, to a copy of `*listener`. Null, the state at start, drops
+/// them.
 KM_HOST_API void KmHostSetDrawListener(const KmDrawListener* listener);
 
 /// The services that can be made to fail.
@@ -42,9 +43,9 @@ typedef enum KmHostService {
 /// What a service returns that was made to fail; no service returns this otherwise.
 enum { KM_HOST_INJECTED_FAILURE = 77 };
 
-/// Lets a developer try how code behaves when the host fails: the next `calls` calls of the service work, and the one after
-/// these does nothing and returns `KM_HOST_INJECTED_FAILURE`. Then the service works again. A negative number takes the
-/// order back. Counts the calls of the calling thread alone; a service that is not in the list is ignored.
+/// Lets a developer try how code behaves when the host fails: the next `calls` calls of the service work, and the one
+/// after these does nothing and returns `KM_HOST_INJECTED_FAILURE`. Then the service works again. A negative number
+/// takes the order back. Counts the calls of the calling thread alone; a service that is not in the list is ignored.
 KM_HOST_API void KmHostFailAfter(KmHostService service, int calls);
 
 /// Takes all orders of the calling thread back. Returns how many were still waiting.

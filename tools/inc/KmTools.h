@@ -3,25 +3,26 @@
 #include <stddef.h>
 #include <stdint.h>
 
-/// The services that the library takes from its host. `libkmhost` is a stand-alone implementation; a real host brings its
-/// own library with the same symbols. All functions return 0 on success, and another number when they refuse or fail.
+/// The services that the library takes from its host. `libkmhost` is a stand-alone implementation; a real host brings
+/// its own library with the same symbols. All functions return 0 on success, and another number when they refuse or
+/// fail.
 ///
 /// The services do no locking: a list, a box or a block is used by one thread at a time.
 
 #if defined(_WIN32)
-#  if defined(KM_BUILDING_HOST)
-#    define KM_HOST_API __declspec(dllexport)
-#  else
-#    define KM_HOST_API __declspec(dllimport)
-#  endif
+#if defined(KM_BUILDING_HOST)
+#define KM_HOST_API __declspec(dllexport)
 #else
-#  define KM_HOST_API __attribute__((visibility("default")))
+#define KM_HOST_API __declspec(dllimport)
+#endif
+#else
+#define KM_HOST_API __attribute__((visibility("default")))
 #endif
 
 #if defined(__GNUC__)
-#  define KM_PRINTF_LIKE(text, first) __attribute__((__format__(__printf__, text, first)))
+#define KM_PRINTF_LIKE(text, first) __attribute__((__format__(__printf__, text, first)))
 #else
-#  define KM_PRINTF_LIKE(text, first)
+#define KM_PRINTF_LIKE(text, first)
 #endif
 
 #ifdef __cplusplus
@@ -37,8 +38,8 @@ KM_HOST_API int KmMemAlloc(size_t size, void** result);
 /// Frees `*block` and sets it to null; null is ignored.
 KM_HOST_API int KmMemFree(void** block);
 
-/// Copies `fromSize` bytes; the blocks may overlap. Refuses, with nothing copied, null pointers, a negative size, and more
-/// bytes than `to` has room for.
+/// Copies `fromSize` bytes; the blocks may overlap. Refuses, with nothing copied, null pointers, a negative size, and
+/// more bytes than `to` has room for.
 KM_HOST_API int KmMemCpy(void* to, int toSize, const void* from, int fromSize);
 
 // Text
@@ -80,8 +81,8 @@ typedef struct KmListItr {
 /// @param result    gets the list, to be given back to `KmListDel`; null on failure
 KM_HOST_API int KmListMk(int kind, int itemSize, int initial, int growth, int flag, KmList** result);
 
-/// Copies the item into the list. The index of the item count extends the list; beyond it, and below 0, is refused. The item
-/// may lie in the list itself. On failure the list is as before.
+/// Copies the item into the list. The index of the item count extends the list; beyond it, and below 0, is refused. The
+/// item may lie in the list itself. On failure the list is as before.
 KM_HOST_API int KmListSet(KmList* list, int index, const void* item);
 
 /// Gives the items as one contiguous array, never null, valid until the list grows or is deleted.
@@ -107,8 +108,8 @@ KM_HOST_API int KmListItrPtr(KmListItr* iterator, void** item);
 /// Empties a box: each minimum is 1e20 and each maximum -1e20, so that it contains nothing.
 KM_HOST_API int KmBndBoxInit(int dimensions, double box[]);
 
-/// Stores in `grown` the box and the point together; `box` and `grown` may be the same array. A coordinate that is not a
-/// number grows nothing.
+/// Stores in `grown` the box and the point together; `box` and `grown` may be the same array. A coordinate that is not
+/// a number grows nothing.
 KM_HOST_API int KmBndBoxGrowPnt(int dimensions, const double box[], const double point[], double grown[]);
 
 // Debug drawing into the host's database. Points are three doubles.
@@ -148,12 +149,13 @@ int Allocate(size_t count, T** result) {
     return code;
 }
 
-/// Frees `*block` and sets it to null.
+/// Frees `*block` and sets it to null; a block that cannot be freed stays.
 template <class T>
 int Free(T** block) {
     void* plain = *block;
-    *block = nullptr;
-    return KmMemFree(&plain);
+    const int code = KmMemFree(&plain);
+    *block = static_cast<T*>(plain);
+    return code;
 }
 
 /// Appends to a list of 32-bit integers.
