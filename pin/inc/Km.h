@@ -21,3 +21,4 @@
 #include "Mesh/Core/WholeMesh.h"
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Debug/Exceptions.h"
+#include "Utils/U_Debug/Objects.h"
