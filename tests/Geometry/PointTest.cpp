@@ -51,9 +51,10 @@ TEST(TPoint, CalculatesByComponent) {
 
 TEST(TPoint, CanBeItsOwnOperand) {
     P a(1, 2, 3);
-    a += a;
+    const P& same = a;
+    a += same;
     EXPECT_EQ(a, P(2, 4, 6));
-    a -= a;
+    a -= same;
     EXPECT_EQ(a, P());
 }
 

@@ -129,6 +129,23 @@ TEST(AllStartingEdges, OfAClosedFanBeginsWithTheEdgeOfTheNode) {
     for (std::size_t i = 1; i < fan.size(); ++i) EXPECT_EQ(mesh.edges[mesh.edges[fan[i]].TE].NE, fan[i - 1]);
 }
 
+TEST(AllStartingEdges, OfAFanOfAnyLengthNameEveryEdgeOnce) {
+    for (int count = 1; count < 80; ++count) {
+        SCOPED_TRACE(testing::Message() << count << " triangles");
+        IndexedFacets facets;
+        facets.points.resize(static_cast<std::size_t>(count) + 2);
+        for (int i = 1; i <= count; ++i) facets.triples.insert(facets.triples.end(), {0, i, i + 1});
+        const PIN mesh = FromFacets(facets);
+        Ints expected = PlainWalk(mesh, 0);
+        std::reverse(expected.begin(), expected.end());
+        const Ints fan = AllStartingEdges(mesh, 0);
+        EXPECT_EQ(fan, expected);
+        EXPECT_EQ(fan.size(), static_cast<std::size_t>(count));
+        EXPECT_EQ(fan.capacity(), fan.size());
+        EXPECT_EQ(Neighbors(mesh, 0).size(), fan.size() + 1);
+    }
+}
+
 TEST(AllStartingEdges, AtANodeWithTwoFansGivesTheOneOfP2E) {
     PIN mesh = BowTie();
     EXPECT_EQ(mesh.p2e[1], 3);
