@@ -63,8 +63,8 @@ void Append(PIN& mesh, const PIN& other) {
     const std::size_t nodeCount = other.points.size();
     const std::size_t edgeCount = other.edges.size();
     const std::size_t nodeEdgeCount = other.p2e.size();
-    // Counted loops, since `other` may be `mesh` itself; and `resize`, which grows by a factor where `reserve` would copy
-    // everything again for each of many small meshes.
+    // Counted loops, since `other` may be `mesh` itself; and `resize`, which grows by a factor where `reserve` would
+    // copy everything again for each of many small meshes.
     mesh.edges.resize(edgeBase + edgeCount);
     mesh.points.resize(nodeBase + nodeCount);
     mesh.p2e.resize(nodeEdgeBase + nodeEdgeCount);

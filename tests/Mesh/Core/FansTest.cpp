@@ -178,7 +178,8 @@ TEST(EdgeOfSEVertices, SearchesTheFanOfP2EOnly) {
     EXPECT_EQ(EdgeOfSEVertices(mesh, 1, 2), -1);
 }
 
-// The triangle 0, 1, 2 (edges 0 to 2) and behind its edge 0-1 the loop 0, 1, 2, 1 (edges 3 to 6), which runs 0-1 once more.
+// The triangle 0, 1, 2 (edges 0 to 2) and behind its edge 0-1 the loop 0, 1, 2, 1 (edges 3 to 6), which runs 0-1 once
+// more.
 TEST(EdgeOfSEVertices, TakesTheFirstOfSeveralInTheOrderOfAllStartingEdges) {
     PIN mesh;
     mesh.points.resize(3);
@@ -306,9 +307,7 @@ TEST(EmanatingEdges, LeaveOutDeadEdgesAndNodesThatDoNotExist) {
     EXPECT_EQ(EmanatingOrphans(mesh), (std::vector<Ints>{{}, {}, {2}}));
 }
 
-TEST(EmanatingOrphans, OfAClosedMeshAreEmptyLists) {
-    EXPECT_EQ(EmanatingOrphans(Cube()), std::vector<Ints>(8));
-}
+TEST(EmanatingOrphans, OfAClosedMeshAreEmptyLists) { EXPECT_EQ(EmanatingOrphans(Cube()), std::vector<Ints>(8)); }
 
 TEST(Fans, EndOnBrokenLinks) {
     for (unsigned seed = 0; seed < 200; ++seed) {

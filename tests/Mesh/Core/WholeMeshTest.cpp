@@ -190,15 +190,10 @@ TEST(Append, ToAnEmptyMeshIsACopy) {
 TEST(Append, ShiftsEveryIndex) {
     PIN mesh = RightTriangle();
     Append(mesh, UnitSquare());
-    EXPECT_EQ(mesh.edges, (std::vector<Edge>{{1, -1, 0},
-                                             {2, -1, 1},
-                                             {0, -1, 2},
-                                             {4, -1, 3},
-                                             {5, 8, 4},
-                                             {3, -1, 6},
-                                             {7, -1, 4},
-                                             {8, -1, 5},
-                                             {6, 4, 6}}));
+    EXPECT_EQ(
+        mesh.edges,
+        (std::vector<Edge>{
+            {1, -1, 0}, {2, -1, 1}, {0, -1, 2}, {4, -1, 3}, {5, 8, 4}, {3, -1, 6}, {7, -1, 4}, {8, -1, 5}, {6, 4, 6}}));
     EXPECT_EQ(mesh.p2e, (std::vector<int>{0, 1, 2, 3, 6, 7, 8}));
     EXPECT_EQ(mesh.points[5], UnitSquare().points[2]);
 }

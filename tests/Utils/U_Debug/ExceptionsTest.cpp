@@ -18,9 +18,7 @@ template <class Thrown, class Caught>
 bool Catches(const Thrown& thrown) {
     try {
         throw thrown;
-    } catch (const Caught&) {
-        return true;
-    } catch (...) {
+    } catch (const Caught&) { return true; } catch (...) {
         return false;
     }
 }
