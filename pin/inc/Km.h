@@ -25,3 +25,4 @@
 #include "Tools/KmPinDraw.h"
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Debug/Exceptions.h"
+#include "Utils/U_Debug/Objects.h"

@@ -1,37 +1,28 @@
 #include "Mesh/Core/Fans.h"
 
-#include <algorithm>
+#include <array>
+#include <iterator>
 
-#include "Mesh/Core/Loops.h"
+#include "Mesh/Core/FanWalk.h"
 
 namespace KM {
 namespace {
 
-/// The first edge of the forward walk round a node, or -1.
-int FirstOfFan(const PIN& mesh, int node) {
-    if (node < 0 || node >= static_cast<int>(mesh.p2e.size())) return -1;
-    return StartingEdge(mesh, mesh.p2e[node]);
-}
-
-template <class Visit>
-void WalkForward(const PIN& mesh, int first, Visit visit) {
-    int e = first;
-    do {
-        visit(e);
-        const int twin = mesh.edges[e].TE;
-        if (twin == -1) return;
-        e = mesh.edges[twin].NE;
-    } while (e != first);
-}
-
+/// Counts first: half a million lists that each grow by reallocation cost more than a second look at the edges.
 template <class Accept>
 std::vector<std::vector<int>> EdgesByStart(const PIN& mesh, Accept accept) {
-    std::vector<std::vector<int>> lists(mesh.points.size());
-    for (int e = 0; e < static_cast<int>(mesh.edges.size()); ++e) {
-        const Edge& edge = mesh.edges[e];
-        const std::size_t node = static_cast<std::size_t>(edge.P0);
-        if (edge.NE != -1 && node < lists.size() && accept(edge)) lists[node].push_back(e);
-    }
+    const std::size_t nodeCount = mesh.points.size();
+    const auto isListed = [&](const Edge& edge) {
+        return edge.NE != -1 && static_cast<std::size_t>(edge.P0) < nodeCount && accept(edge);
+    };
+    std::vector<int> count(nodeCount, 0);
+    for (const Edge& edge : mesh.edges)
+        if (isListed(edge)) ++count[edge.P0];
+
+    std::vector<std::vector<int>> lists(nodeCount);
+    for (std::size_t node = 0; node < nodeCount; ++node) lists[node].reserve(count[node]);
+    for (int e = 0; e < static_cast<int>(mesh.edges.size()); ++e)
+        if (isListed(mesh.edges[e])) lists[mesh.edges[e].P0].push_back(e);
     return lists;
 }
 
@@ -39,39 +30,46 @@ std::vector<std::vector<int>> EdgesByStart(const PIN& mesh, Accept accept) {
 
 template <class Mesh>
 int StartingEdge(const Mesh& mesh, int edge) {
-    if (edge < 0 || edge >= static_cast<int>(mesh.edges.size()) || mesh.edges[edge].NE == -1) return -1;
-    int best = edge;
-    int e = mesh.edges[PrevEdge(mesh, edge)].TE;
-    while (e != -1 && e != edge) {
-        best = e;
-        e = mesh.edges[PrevEdge(mesh, e)].TE;
-    }
-    return best;
+    return FirstOfFan(mesh, edge);
 }
 
 std::vector<int> AllStartingEdges(const PIN& mesh, int node) {
-    std::vector<int> fan;
-    const int first = FirstOfFan(mesh, node);
-    if (first == -1) return fan;
-    WalkForward(mesh, first, [&](int e) { fan.push_back(e); });
-    std::reverse(fan.begin(), fan.end());
-    return fan;
+    // Nearly every fan fits into the array, and then one walk is enough to allocate exactly.
+    std::array<int, 32> met;
+    const FanWalk fan(mesh, node);
+    std::size_t count = 0;
+    for (const int e : fan) {
+        if (count < met.size()) met[count] = e;
+        ++count;
+    }
+
+    // Callers rely on the order against the walk, where the last edge comes first.
+    if (count <= met.size()) return {std::make_reverse_iterator(met.begin() + count), met.rend()};
+    std::vector<int> edges(count);
+    auto place = edges.end();
+    for (const int e : fan) *--place = e;
+    return edges;
 }
 
 int EdgeOfSEVertices(const PIN& mesh, int start, int end) {
     if (start < 0 || end < 0) return -1;
-    for (const int e : AllStartingEdges(mesh, start))
-        if (mesh.edges[mesh.edges[e].NE].P0 == end) return e;
-    return -1;
+    // Of several edges to the same node the last of the walk counts, as it comes first in `AllStartingEdges`.
+    int found = -1;
+    for (const int e : FanWalk(mesh, start))
+        if (EndNode(mesh, e) == end) found = e;
+    return found;
 }
 
 std::vector<Tuple2<int, int>> Neighbors(const PIN& mesh, int node) {
     std::vector<Tuple2<int, int>> neighbors;
-    const int first = FirstOfFan(mesh, node);
-    if (first == -1) return neighbors;
-    const int incoming = PrevEdge(mesh, first);
-    if (mesh.edges[incoming].TE < 0) neighbors.push_back({mesh.edges[incoming].P0, incoming});
-    WalkForward(mesh, first, [&](int e) { neighbors.push_back({mesh.edges[mesh.edges[e].NE].P0, e}); });
+    const FanWalk fan(mesh, node);
+    if (fan.First() == -1) return neighbors;
+    neighbors.reserve(fan.Count() + 1);
+    if (PreviousInFan(mesh, fan.First()) == -1) {
+        const int incoming = PrevEdge(mesh, fan.First());
+        if (incoming != -1) neighbors.push_back({mesh.edges[incoming].P0, incoming});
+    }
+    for (const int e : fan) neighbors.push_back({EndNode(mesh, e), e});
     return neighbors;
 }
 

@@ -8,7 +8,9 @@ double PINTolerance(const TPoint<double>& lo, const TPoint<double>& hi, double a
     const TPoint<double> extent = hi - lo;
     double largest = extent.X > extent.Y ? extent.X : extent.Y;
     largest = largest > extent.Z ? largest : extent.Z;
-    return largest / 1000.0 / std::pow(2.0, accuracy * 8.0) * 3.0;
+    // Hidden from the optimiser: one compiler would turn pow(2, x) into exp2(x), whose last bit can differ.
+    const volatile double two = 2.0;
+    return largest / 1000.0 / std::pow(two, accuracy * 8.0) * 3.0;
 }
 
 double PINGridStep(const TPoint<double>& lo, const TPoint<double>& hi, int count, double accuracy) {

@@ -33,7 +33,8 @@ KM_API void RebuildNodeEdges(Mesh& mesh);
 template <class Mesh>
 KM_API void DeleteTriangle(Mesh& mesh, int e);
 
-/// Drops dead nodes and dead edges from the ends of the vectors only. No gap is filled and nothing is renumbered.
+/// Drops dead nodes and dead edges from the ends of the vectors only. No gap is filled and nothing is renumbered. Each
+/// entry of `p2e` that goes takes the last point with it; an empty `p2e` therefore leaves the points alone.
 KM_API void CompactQuick(PIN& mesh);
 
 }  // namespace KM
