@@ -5,16 +5,18 @@ namespace KM {
 std::optional<SlotTriangles> SlotTriangles::Of(const std::vector<Edge>& edges) {
     const int count = static_cast<int>(edges.size());
     if (count % 3 != 0) return std::nullopt;
-    SlotTriangles triangles(edges.data());
-    triangles.twins_.resize(edges.size());
+    SlotTriangles triangles;
+    triangles.links_.resize(edges.size());
     triangles.states_.resize(edges.size() / 3);
     for (int e = 0; e < count; e += 3) {
         const Edge* slots = &edges[e];
         const bool isDead = slots[0].NE == -1 && slots[1].NE == -1 && slots[2].NE == -1;
         if (!isDead && (slots[0].NE != e + 1 || slots[1].NE != e + 2 || slots[2].NE != e)) return std::nullopt;
         triangles.states_[Triangle(e)] = isDead ? State::Dead : State::Free;
-        for (int k = 0; k < 3; ++k)
-            triangles.twins_[e + k] = slots[k].TE >= 0 && slots[k].TE < count ? slots[k].TE : -1;
+        for (int k = 0; k < 3; ++k) {
+            const bool hasTwin = slots[k].TE >= 0 && slots[k].TE < count;
+            triangles.links_[e + k] = {hasTwin ? slots[k].TE : -1, slots[k].P0};
+        }
     }
     return triangles;
 }

@@ -18,19 +18,19 @@ namespace KM {
 //     /        \ .
 //   P0 - edge - P0(Next)
 
-/// A mesh whose every triangle fills three slots in a row, as the builders make it. The twins are laid out apart from
-/// the edges: the walk along a strip waits for each of them, and they are a third of the memory.
+/// A mesh whose every triangle fills three slots in a row, as the builders make it. What a walk reads of a triangle is
+/// laid out anew: each step waits for the one before it, so each cache line that it does not touch is time won.
 class SlotTriangles {
 public:
     /// Nothing when the mesh is of another form.
     static std::optional<SlotTriangles> Of(const std::vector<Edge>& edges);
 
-    int Count() const { return static_cast<int>(twins_.size()); }
+    int Count() const { return static_cast<int>(links_.size()); }
     int Next(int edge) const { return Slot(edge) == 2 ? edge - 2 : edge + 1; }
     int Previous(int edge) const { return Slot(edge) == 0 ? edge + 2 : edge - 1; }
     int Third(int edge) const { return Previous(edge); }
-    int Twin(int edge) const { return twins_[edge]; }
-    int Node(int edge) const { return edges_[edge].P0; }
+    int Twin(int edge) const { return links_[edge].twin; }
+    int Node(int edge) const { return links_[edge].node; }
 
     bool IsUntaken(int edge) const { return edge != -1 && states_[Triangle(edge)] != State::Taken; }
     bool CanTake(int edge) const { return edge != -1 && states_[Triangle(edge)] == State::Free; }
@@ -40,13 +40,15 @@ public:
 private:
     enum class State : std::uint8_t { Free, Taken, Dead };
 
-    explicit SlotTriangles(const Edge* edges) : edges_(edges) {}
+    struct Links {
+        int twin;
+        int node;
+    };
 
     static std::uint32_t Triangle(int edge) { return static_cast<std::uint32_t>(edge) / 3; }
     static std::uint32_t Slot(int edge) { return static_cast<std::uint32_t>(edge) % 3; }
 
-    const Edge* edges_;
-    std::vector<int> twins_;
+    std::vector<Links> links_;   // per edge
     std::vector<State> states_;  // per triangle
 };
 
