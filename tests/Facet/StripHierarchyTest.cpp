@@ -169,8 +169,7 @@ TEST(KmHierStripMk, AcceptsBoxesOfAnyNumbers) {
     for (const double odd : {NaN, Infinity, -Infinity, 1e300, -1.0}) {
         SCOPED_TRACE(odd);
         const Tree tree(BoxTo(odd, 1, odd), 3);
-        Tree& mutableTree = const_cast<Tree&>(tree);
-        EXPECT_EQ(Add(Across, {0, 1, 2}, mutableTree.root), 0);
+        EXPECT_EQ(Add(Across, {0, 1, 2}, tree.root), 0);
     }
 }
 
@@ -325,6 +324,8 @@ struct FullLeaf : Tree {
 TEST(KmHierStripAdd, SplitsAFullLeafAndLeavesItsStripsThere) {
     const FullLeaf tree;
     EXPECT_EQ(Add(Above, {-1}, tree.root), 0);
+    ASSERT_NE(tree.root->low, nullptr);
+    ASSERT_NE(tree.root->high, nullptr);
     EXPECT_EQ(tree.root->stripCount, Full);
     EXPECT_EQ(tree.root->axis, 2);
     EXPECT_EQ(tree.root->split, 0.5);
@@ -443,7 +444,7 @@ void ExpectDeepest(const SPIN& mesh, const KsHierStrip* root) {
             EXPECT_GE(On(box.max, node.axis), node.split);
             EXPECT_LE(On(box.min, node.axis), node.split);
         }
-        if (node.low == nullptr) EXPECT_LE(node.stripCount, Full);
+        EXPECT_TRUE(node.low != nullptr || node.stripCount <= Full);
     });
 }
 
@@ -517,14 +518,14 @@ TEST(PINToHier, HoldsEachStripOnceInOrderWhereItBelongs) {
 /// `count` triangles without neighbours, in a corner of the unit cube.
 SPIN Crowd(int count) {
     std::mt19937 random(1);
+    const auto at = [&] { return 0.0001f * static_cast<float>(random() % 1000); };
     SPIN mesh;
+    TPoint<float> corner;
     for (int e = 0; e < 3 * count; ++e) {
         mesh.edges.push_back({e - e % 3 + (e + 1) % 3, -1, e});
         mesh.p2e.push_back(e);
-        const TPoint<float> corner = e % 3 == 0
-                                         ? TPoint<float>(0.01f * (random() % 1000) * 0.01f, 0.01f * (random() % 10), 0)
-                                         : mesh.points.back();
-        mesh.points.push_back({corner.X + 0.0001f, corner.Y, corner.Z + 0.0001f});
+        if (e % 3 == 0) corner = {at(), at(), 0};
+        mesh.points.push_back({corner.X + 0.0001f * static_cast<float>(e % 3), corner.Y, corner.Z});
     }
     return mesh;
 }
@@ -650,7 +651,8 @@ TEST(PINToHier, DoesWithoutChildrenThatCannotBeMade) {
             KmHostFailAfter(service, calls);
             const int code = PINToHier(&mesh, box.data(), &tree.root);
             EXPECT_EQ(KmHostFailNever(), 0);
-            if (service == KM_HOST_MEM_ALLOC) EXPECT_EQ(code, 0);
+            // A child without a list, unlike one that is missing, is found by the strips that belong to it.
+            EXPECT_TRUE(code == 0 || service == KM_HOST_MEM_CPY);
         }
 }
 
