@@ -18,19 +18,21 @@ std::size_t EdgesMap::Find(int start, int end) const {
     const std::size_t mask = slots_.size() - 1;
     const std::uint64_t key =
         (static_cast<std::uint64_t>(static_cast<std::uint32_t>(start)) << 32) | static_cast<std::uint32_t>(end);
-    std::size_t at = static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ull) >> 20) & mask;
+    // The upper half of the product alone depends on both nodes.
+    const std::uint64_t hash = (key ^ (key >> 29)) * 0x9E3779B97F4A7C15ull;
+    std::size_t at = static_cast<std::size_t>(hash >> 32) & mask;
     while (slots_[at].last != -1 && (slots_[at].start != start || slots_[at].end != end)) at = (at + 1) & mask;
     return at;
 }
 
+/// Makes room for another segment: by forgetting those on which nobody waits any more, if that frees half the slots.
 void EdgesMap::Grow() {
-    std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(slots_.empty() ? 16 : slots_.size() * 2));
-    used_ = 0;
-    for (const Slot& slot : old) {
-        if (slot.first == -1) continue;  // nobody waits on this segment any more
-        slots_[Find(slot.start, slot.end)] = slot;
-        ++used_;
-    }
+    const auto isWaitedOn = [](const Slot& slot) { return slot.first != -1; };
+    used_ = static_cast<std::size_t>(std::count_if(slots_.begin(), slots_.end(), isWaitedOn));
+    const std::size_t size = std::max<std::size_t>(16, 4 * used_ > slots_.size() ? 2 * slots_.size() : slots_.size());
+    const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(size));
+    for (const Slot& slot : old)
+        if (isWaitedOn(slot)) slots_[Find(slot.start, slot.end)] = slot;
 }
 
 void EdgesMap::AddEdge(int edge, int start, int end) {

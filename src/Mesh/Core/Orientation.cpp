@@ -1,55 +1,69 @@
 #include "Mesh/Core/Orientation.h"
 
-#include <algorithm>
 #include <vector>
 
-#include "Mesh/Core/Loops.h"
+#include "Mesh/Core/SafeLinks.h"
 
 namespace KM {
 namespace {
 
-/// True when an edge has a twin that runs the same way.
-template <class Mesh>
-bool RunsWithTwin(const Mesh& mesh, int e) {
-    const int twin = mesh.edges[e].TE;
-    return twin != -1 && mesh.edges[twin].P0 != mesh.edges[mesh.edges[e].NE].P0;
-}
-
 template <class Mesh>
 class OrientationRepair {
 public:
-    OrientationRepair(Mesh& mesh, VisitorOf<Mesh>& visitor)
-        : mesh_(mesh), visitor_(visitor), visited_(mesh.edges.size(), 0) {}
+    OrientationRepair(Mesh& mesh, VisitorOf<Mesh>& visitor) : mesh_(mesh), visitor_(visitor) {}
+
+    void Run() {
+        // Most meshes have no twins that run the same way; nothing would be turned or cut there.
+        if (!HasClash()) return;
+        Flood();
+        Cut();
+    }
+
+private:
+    /// True for an alive edge that has a twin which does not start where the edge ends.
+    bool RunsWithTwin(int e) const {
+        const Edge& edge = mesh_.edges[e];
+        return IsEdge(mesh_, edge.NE) && IsEdge(mesh_, edge.TE) && mesh_.edges[edge.TE].P0 != mesh_.edges[edge.NE].P0;
+    }
+
+    bool HasClash() const {
+        for (int e = 0; IsEdge(mesh_, e); ++e)
+            if (RunsWithTwin(e)) return true;
+        return false;
+    }
 
     void Flood() {
-        for (int i = 0; i < static_cast<int>(mesh_.edges.size()); ++i) {
-            if (mesh_.edges[i].NE == -1 || visited_[i]) continue;
+        visited_.assign(mesh_.edges.size(), 0);
+        for (int i = 0; IsEdge(mesh_, i); ++i) {
             queue_.assign(1, i);
             for (std::size_t next = 0; next < queue_.size(); ++next) Visit(queue_[next]);
         }
     }
 
-    void CutWhatStillClashes() {
-        for (int e = 0; e < static_cast<int>(mesh_.edges.size()); ++e) {
-            if (mesh_.edges[e].NE == -1 || !RunsWithTwin(mesh_, e)) continue;
-            const int twin = mesh_.edges[e].TE;
-            SetTE(twin, -1);
-            SetTE(e, -1);
-        }
-    }
-
-private:
     void Visit(int e) {
         if (visited_[e]) return;
         const int ne = mesh_.edges[e].NE;
-        const int pe = PrevEdge(mesh_, e);
+        const int third = ThirdOfTriangle(mesh_, e);
+        const int pe = third != -1 ? third : PreviousOfPolygon(e);
+        if (!IsEdge(mesh_, ne) || pe == -1) return;  // dead, or on no loop
         visited_[pe] = visited_[e] = visited_[ne] = 1;
-        if (Clashes(pe) || Clashes(e) || Clashes(ne)) ReverseTriangle(e, ne, pe);
+        // Only triangles are turned; the surgery below would tear a longer loop apart.
+        if (third != -1 && (Clashes(pe) || Clashes(e) || Clashes(ne))) ReverseTriangle(e, ne, pe);
         for (const int edge : {pe, e, ne})
-            if (mesh_.edges[edge].TE != -1) queue_.push_back(mesh_.edges[edge].TE);
+            if (IsEdge(mesh_, mesh_.edges[edge].TE)) queue_.push_back(mesh_.edges[edge].TE);
     }
 
-    bool Clashes(int e) const { return RunsWithTwin(mesh_, e) && visited_[mesh_.edges[e].TE]; }
+    /// A walk for each edge of a long loop would be quadratic. The links of such loops do not change in the flood.
+    int PreviousOfPolygon(int e) {
+        if (previous_.empty()) {
+            previous_.assign(mesh_.edges.size(), -1);
+            for (int x = 0; IsEdge(mesh_, x); ++x)
+                if (IsEdge(mesh_, mesh_.edges[x].NE)) previous_[mesh_.edges[x].NE] = x;
+        }
+        return previous_[e];
+    }
+
+    bool Clashes(int e) const { return RunsWithTwin(e) && visited_[mesh_.edges[e].TE]; }
 
     void ReverseTriangle(int e, int ne, int pe) {
         const int startOfE = mesh_.edges[e].P0;
@@ -61,6 +75,14 @@ private:
         SetP0(e, startOfNe);
         SetNE(e, pe);
         SetP0(ne, startOfPe);
+    }
+
+    void Cut() {
+        for (int e = 0; IsEdge(mesh_, e); ++e) {
+            if (!RunsWithTwin(e)) continue;
+            SetTE(mesh_.edges[e].TE, -1);
+            SetTE(e, -1);
+        }
     }
 
     void SetNE(int e, int value) {
@@ -80,21 +102,16 @@ private:
     VisitorOf<Mesh>& visitor_;
     std::vector<char> visited_;
     std::vector<int> queue_;
+    std::vector<int> previous_;  // by edge; empty until a loop turns up that is no triangle
 };
 
 }  // namespace
 
 template <class Mesh>
 void FixOrientation(Mesh& mesh, VisitorOf<Mesh>& visitor) {
-    OrientationRepair<Mesh> repair(mesh, visitor);
-    repair.Flood();
-    repair.CutWhatStillClashes();
-
+    OrientationRepair<Mesh>(mesh, visitor).Run();
     mesh.p2e.resize(mesh.points.size(), -1);
-    for (int e = 0; e < static_cast<int>(mesh.edges.size()); ++e) {
-        const std::size_t node = static_cast<std::size_t>(mesh.edges[e].P0);
-        if (node < mesh.p2e.size()) mesh.p2e[node] = e;
-    }
+    NameNodeEdges(mesh);
 }
 
 template KM_API void FixOrientation(PIN&, VisitorOf<PIN>&);
