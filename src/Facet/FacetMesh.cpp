@@ -2,8 +2,7 @@
 
 #include <cstdint>
 
-#include "Mesh/Core/Construction.h"
-#include "Mesh/Core/EdgesMap.h"
+#include "Mesh/Core/TwinPairing.h"
 
 namespace KM {
 
@@ -22,12 +21,14 @@ PIN FacetMesh(int eventCount, const KsEvent* events, int facetCount, const KsSha
     mesh.edges.reserve(3 * static_cast<std::size_t>(facetCount));
     mesh.p2e.assign(eventCount, -1);
     for (int i = 0; i < eventCount; ++i) mesh.points.emplace_back(events[i].x, events[i].y, events[i].z);
-    // The map pairs edges that run in opposite directions only, so no pair needs to be cut apart afterwards.
-    EdgesMap map(eventCount);
     for (int i = 0; i < facetCount; ++i) {
-        const std::int32_t* node = facets[i].node;
-        AddTriangle(mesh, node[0], node[1], node[2], map, false);
+        const auto& [a, b, c] = facets[i].node;
+        if (a == b || b == c || c == a) continue;
+        const int e = static_cast<int>(mesh.edges.size());
+        mesh.edges.insert(mesh.edges.end(), {{e + 1, -1, a}, {e + 2, -1, b}, {e, -1, c}});
     }
+    // Only edges that run in opposite directions become twins, so no pair needs to be cut apart afterwards.
+    PairTwins(mesh.edges, 0, mesh.points.size());
     return mesh;
 }
 

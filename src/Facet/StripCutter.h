@@ -1,104 +1,60 @@
 #pragma once
 
-#include <cstdint>
 #include <span>
-#include <vector>
 
-#include "Mesh/Core/Pin.h"
+#include "Facet/StripLoops.h"
 
 namespace KM {
 
-/// For each edge on a loop the one before it on that loop; -1 for an edge whose `NE` never leads back to it, or leads
-/// out of the mesh. Linear time, whatever the links are.
-std::vector<int> PreviousOnLoops(const std::vector<Edge>& edges);
-
-/// Cuts a mesh into strips. Long strips come first: a triangle with fewer free neighbours waits for a later pass.
-///
-/// Dead records are skipped, and so are those from which `NE` does not lead round a loop.
-template <class Mesh>
+/// Cuts loops into strips. Long strips come first: a triangle with fewer free neighbours waits for a later pass.
+template <class Loops>
 class StripCutter {
 public:
-    explicit StripCutter(const Mesh& mesh)
-        : edges_(mesh.edges), count_(static_cast<int>(mesh.edges.size())), taken_(mesh.edges.size(), 0) {}
+    explicit StripCutter(Loops& loops) : loops_(loops) {}
 
     /// Calls `emit(std::span<const int> nodes, std::int32_t kind)` for each strip; the nodes are gone afterwards.
     template <class Emit>
-    void Cut(Emit emit) {
+    void Cut(Emit& emit) {
         std::vector<int> leftovers;
-        for (int e = 0; e < count_; ++e) {
-            if (taken_[e]) continue;
-            const Links links = LinksOf(e);
-            if (links.previous == -1) continue;
-            if (IsFree(edges_[e].TE) && IsFree(edges_[links.next].TE))
+        for (int e = 0; e < loops_.Count(); ++e) {
+            if (!loops_.CanTake(e)) continue;
+            if (loops_.IsUntaken(loops_.Twin(e)) && loops_.IsUntaken(loops_.Twin(loops_.Next(e))))
                 StripFrom(e, emit);
             else
                 leftovers.push_back(e);
         }
         for (const int e : leftovers)
-            if (!taken_[e] && IsFree(edges_[e].TE)) StripFrom(e, emit);
+            if (loops_.CanTake(e) && loops_.IsUntaken(loops_.Twin(e))) StripFrom(e, emit);
         for (const int e : leftovers)
-            if (!taken_[e]) StripFrom(e, emit);
+            if (loops_.CanTake(e)) StripFrom(e, emit);
     }
 
 private:
-    //      P0(third)
-    //       /    \        On a triangle `third` is the previous edge too.
-    //   third    next
-    //     /        \ .
-    //   P0 - edge - P0(next)
-    struct Links {
-        int next = -1;
-        int third = -1;
-        int previous = -1;  ///< -1: the edge is dead, or on no loop
-    };
-
-    Links LinksOf(int edge) {
-        const int next = edges_[edge].NE;
-        if (!Exists(next)) return {};
-        const int third = edges_[next].NE;
-        if (!Exists(third)) return {};
-        if (edges_[third].NE == edge) return {next, third, third};
-        // A walk round each loop would not end on broken links, and takes quadratic time round a long one.
-        if (previous_.empty()) previous_ = PreviousOnLoops(edges_);
-        return {next, third, previous_[edge]};
-    }
-
-    bool Exists(int edge) const { return edge >= 0 && edge < count_; }
-    bool IsFree(int edge) const { return Exists(edge) && !taken_[edge]; }
-
-    void Mark(int edge, const Links& links, char taken) {
-        taken_[edge] = taken;
-        taken_[links.next] = taken;
-        taken_[links.previous] = taken;
-    }
-
     /// Appends the nodes that a walk from `edge` finds, and returns an edge of the last triangle taken.
     int Walk(int edge, std::vector<int>& nodes) {
         int last = -1;
-        for (bool acrossNext = true; IsFree(edge); acrossNext = !acrossNext) {
-            const Links links = LinksOf(edge);
-            if (links.previous == -1) break;
-            Mark(edge, links, 1);
+        for (bool acrossNext = true; loops_.CanTake(edge); acrossNext = !acrossNext) {
+            loops_.Take(edge);
             last = edge;
-            nodes.push_back(edges_[links.third].P0);
-            edge = edges_[acrossNext ? links.next : links.previous].TE;
+            nodes.push_back(loops_.Node(loops_.Third(edge)));
+            edge = loops_.Twin(acrossNext ? loops_.Next(edge) : loops_.Previous(edge));
         }
         return last;
     }
 
     template <class Emit>
     void StripFrom(int edge, Emit& emit) {
-        back_.assign({edges_[edge].P0, edges_[edges_[edge].NE].P0});
+        back_.assign({loops_.Node(edge), loops_.Node(loops_.Next(edge))});
         front_.clear();
         Walk(edge, back_);
-        const int last = Walk(edges_[edge].TE, front_);
+        const int last = Walk(loops_.Twin(edge), front_);
         std::int32_t kind = 1;
         if (front_.size() % 2 == 1) {
             // An odd number of nodes in front turns the winding of the strip. Where reading from the other end cannot
             // turn it back, the last triangle is given up and left for a later strip.
             if (back_.size() % 2 == 1) {
                 front_.pop_back();
-                Mark(last, LinksOf(last), 0);
+                loops_.GiveBack(last);
             } else {
                 kind = 2;
             }
@@ -108,13 +64,22 @@ private:
         emit(std::span<const int>(nodes_), kind);
     }
 
-    const std::vector<Edge>& edges_;
-    const int count_;
-    std::vector<char> taken_;    // per edge; a triangle is taken by all of its edges
-    std::vector<int> previous_;  // per edge; empty as long as all loops are triangles
+    Loops& loops_;
     std::vector<int> back_;
     std::vector<int> front_;
     std::vector<int> nodes_;
 };
+
+/// Cuts a mesh into strips, each alive triangle into exactly one, and calls `emit(std::span<const int> nodes,
+/// std::int32_t kind)` for each.
+template <class Emit>
+void CutStrips(const std::vector<Edge>& edges, Emit emit) {
+    if (std::optional<SlotTriangles> triangles = SlotTriangles::Of(edges)) {
+        StripCutter(*triangles).Cut(emit);
+    } else {
+        AnyLoops loops(edges);
+        StripCutter(loops).Cut(emit);
+    }
+}
 
 }  // namespace KM

@@ -111,7 +111,7 @@ StripBox BoxOf(const SPIN& mesh, std::span<const int> nodes) {
 
 void FileStrips(const SPIN& mesh, KsHierStrip* root) {
     StripFan strip;
-    KM::StripCutter(mesh).Cut([&](std::span<const int> nodes, std::int32_t kind) {
+    KM::CutStrips(mesh.edges, [&](std::span<const int> nodes, std::int32_t kind) {
         strip.nodes.assign(nodes.begin(), nodes.end());
         strip.kind = kind;
         KmHierStripAdd(BoxOf(mesh, nodes).data(), strip, root);

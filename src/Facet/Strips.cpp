@@ -24,7 +24,7 @@ void MakeRoomFor(std::size_t more, std::vector<StripFan>& strips) {
 int BuildStrips(PIN& mesh, std::vector<StripFan>& strips) {
     std::vector<int> nodes;
     std::vector<CutStrip> cuts;
-    StripCutter(mesh).Cut([&](std::span<const int> strip, std::int32_t kind) {
+    CutStrips(mesh.edges, [&](std::span<const int> strip, std::int32_t kind) {
         nodes.insert(nodes.end(), strip.begin(), strip.end());
         cuts.push_back({nodes.size(), kind});
     });

@@ -112,7 +112,7 @@ CollapseQueue StandingQueue(unsigned seed, double tolerance) {
         queue.SetCost(e, 10.0 + static_cast<double>(random()) * (e % 3 == 0 ? 1e5 : 0.37));
         queue.Move(e, queue.Cost(e));
     }
-    for (int i = static_cast<int>(random() % 200); i > 0; --i) queue.Refuse(queue.Oldest(1));
+    for (int i = static_cast<int>(random() % 100); i > 0 && queue.Oldest(1) != -1; --i) queue.Refuse(queue.Oldest(1));
     return queue;
 }
 

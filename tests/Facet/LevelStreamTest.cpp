@@ -52,7 +52,7 @@ TEST(LodsToTRI, TruncatesTheToleranceTowardZero) {
     constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
     constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
     const struct { double tolerance; std::int32_t word; } cases[] = {
-        {0.0, 0},        {0.0000199, 1},     {-0.0000199, -1},   {21474.83647, most}, {1e20, most}, {-1e20, least},
+        {0.0, 0},        {0.0000199, 1},     {-0.0000199, -1},   {21474.83648, most}, {1e20, most}, {-1e20, least},
         {infinity, most}, {-infinity, least}, {std::numeric_limits<double>::quiet_NaN(), 0}};
     for (const auto& c : cases) EXPECT_EQ(OwnedStream(LodsToTRI({Level(c.tolerance, {})}, 3)).Words()[0], c.word) << c.tolerance;
 }

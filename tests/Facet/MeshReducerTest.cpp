@@ -197,20 +197,6 @@ TEST(MeshReducer, NothingCollapsesAtAFirstToleranceOfZero) {
     EXPECT_LT(TrianglesOfLevel(lods[1]).size(), 32u);
 }
 
-TEST(MeshReducer, NodesAtOnePlaceCollapseWhateverTheFan) {
-    // A sheet of 4 by 4 whose middle node lies on its neighbour, with the fan folded over.
-    IndexedFacets facets = GridFacets(4);
-    facets.points[12] = facets.points[13];
-    for (P& p : facets.points) p.Z = p.X * p.Y * 0.1;
-    PIN mesh = PlainFacetMesh(facets);
-    const double tolerance = 1e-6;
-    std::vector<KsLod> lods;
-    BuildDecimatedLods(mesh, 1, &tolerance, lods);
-    const auto triangles = TrianglesOf(mesh);
-    const auto names = [](const std::array<int, 3>& t, int node) { return t[0] == node || t[1] == node || t[2] == node; };
-    EXPECT_TRUE(std::none_of(triangles.begin(), triangles.end(), [&](const auto& t) { return names(t, 12) && names(t, 13); }));
-}
-
 TEST(BuildDecimatedLods, RefusesBrokenMeshesUntouched) {
     const auto breakings = {+[](Edge& e) { e.NE = -1; },  +[](Edge& e) { e.NE = 1000; }, +[](Edge& e) { e.NE = 4; },
                             +[](Edge& e) { e.TE = -2; },  +[](Edge& e) { e.TE = 1000; }, +[](Edge& e) { e.TE = 5; },

@@ -2,69 +2,53 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-#include <utility>
+#include "Support/Meshes.h"
 
 namespace KM {
 namespace {
 
-std::vector<Edge> EdgesWithNext(const std::vector<int>& next) {
-    std::vector<Edge> edges;
-    for (const int ne : next) edges.push_back({ne, -1, static_cast<int>(edges.size())});
-    return edges;
-}
+using Strips = std::vector<std::pair<std::vector<int>, int>>;
 
-std::vector<int> Previous(const std::vector<int>& next) { return PreviousOnLoops(EdgesWithNext(next)); }
+/// Collects the strips, each with its kind.
+struct Collect {
+    Strips* strips;
+    void operator()(std::span<const int> nodes, int kind) { strips->push_back({{nodes.begin(), nodes.end()}, kind}); }
+};
 
-TEST(PreviousOnLoops, TurnsLoopsOfAnyLengthRound) {
-    EXPECT_EQ(Previous({}), std::vector<int>());
-    EXPECT_EQ(Previous({1, 2, 0}), (std::vector<int>{2, 0, 1}));
-    EXPECT_EQ(Previous({0, 2, 1, 4, 5, 6, 3}), (std::vector<int>{0, 2, 1, 6, 3, 4, 5}));
-    EXPECT_EQ(Previous({2, 0, 1}), (std::vector<int>{1, 2, 0}));
-}
-
-TEST(PreviousOnLoops, LeavesOutWhatOnlyLeadsToALoop) {
-    EXPECT_EQ(Previous({1, 2, 3, 1}), (std::vector<int>{-1, 3, 1, 2}));
-    EXPECT_EQ(Previous({1, 0, 3, 0}), (std::vector<int>{1, 0, -1, -1}));
-}
-
-TEST(PreviousOnLoops, LeavesOutWhatLeadsNowhere) {
-    constexpr int far = std::numeric_limits<int>::max();
-    EXPECT_EQ(Previous({-1, 0, 1}), (std::vector<int>{-1, -1, -1}));
-    EXPECT_EQ(Previous({3, far, -7}), (std::vector<int>{-1, -1, -1}));
-}
-
-TEST(PreviousOnLoops, TakesLinearTimeOnOneLongWay) {
-    std::vector<int> next(1000000);
-    for (std::size_t i = 0; i < next.size(); ++i) next[i] = static_cast<int>(i) - 1;
-    EXPECT_EQ(Previous(next), std::vector<int>(next.size(), -1));
-    next[0] = static_cast<int>(next.size()) - 1;
-    EXPECT_EQ(Previous(next)[0], 1);
-}
-
-/// The nodes of all strips, strip after strip.
-template <class Mesh>
-std::vector<std::vector<int>> Cut(const Mesh& mesh) {
-    std::vector<std::vector<int>> strips;
-    StripCutter(mesh).Cut(
-        [&](std::span<const int> nodes, std::int32_t) { strips.emplace_back(nodes.begin(), nodes.end()); });
+Strips Cut(const std::vector<Edge>& edges) {
+    Strips strips;
+    CutStrips(edges, Collect{&strips});
     return strips;
 }
 
-TEST(StripCutter, ServesBothKindsOfMesh) {
-    PIN mesh;
-    mesh.edges = EdgesWithNext({1, 2, 0});
-    SPIN single;
-    single.edges = mesh.edges;
-    EXPECT_EQ(Cut(mesh), (std::vector<std::vector<int>>{{0, 1, 2}}));
-    EXPECT_EQ(Cut(single), Cut(mesh));
+Strips CutAsAnyLoops(const std::vector<Edge>& edges) {
+    Strips strips;
+    Collect collect{&strips};
+    AnyLoops loops(edges);
+    StripCutter(loops).Cut(collect);
+    return strips;
+}
+
+TEST(CutStrips, OfTrianglesInSlotsIsAsOfAnyLoops) {
+    for (unsigned seed = 0; seed < 100; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        PIN mesh = KM::Test::RandomMesh(seed, 60);
+        for (std::size_t e = seed % 7; e + 3 <= mesh.edges.size(); e += 12)
+            for (std::size_t k = 0; k < 3; ++k) mesh.edges[e - e % 3 + k].NE = -1;
+        ASSERT_TRUE(SlotTriangles::Of(mesh.edges));
+        EXPECT_EQ(Cut(mesh.edges), CutAsAnyLoops(mesh.edges));
+    }
+}
+
+TEST(CutStrips, ReadsTrianglesInOtherSlotsToo) {
+    const std::vector<Edge> edges{{2, -1, 7}, {0, -1, 8}, {1, -1, 9}};
+    EXPECT_EQ(Cut(edges), (Strips{{{7, 9, 8}, 1}}));
 }
 
 //  Of a quad one strip takes three edges, and the fourth begins a strip again; this is how it has always been.
-TEST(StripCutter, TakesThreeEdgesOfALongerLoopAtATime) {
-    PIN mesh;
-    mesh.edges = EdgesWithNext({1, 2, 3, 0});
-    EXPECT_EQ(Cut(mesh), (std::vector<std::vector<int>>{{0, 1, 2}, {2, 3, 0}}));
+TEST(CutStrips, TakesThreeEdgesOfALongerLoopAtATime) {
+    const std::vector<Edge> quad{{1, -1, 0}, {2, -1, 1}, {3, -1, 2}, {0, -1, 3}};
+    EXPECT_EQ(Cut(quad), (Strips{{{0, 1, 2}, 1}, {{2, 3, 0}, 1}}));
 }
 
 }  // namespace

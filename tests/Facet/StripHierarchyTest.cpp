@@ -324,6 +324,8 @@ struct FullLeaf : Tree {
 TEST(KmHierStripAdd, SplitsAFullLeafAndLeavesItsStripsThere) {
     const FullLeaf tree;
     EXPECT_EQ(Add(Above, {-1}, tree.root), 0);
+    ASSERT_NE(tree.root->low, nullptr);
+    ASSERT_NE(tree.root->high, nullptr);
     EXPECT_EQ(tree.root->stripCount, Full);
     EXPECT_EQ(tree.root->axis, 2);
     EXPECT_EQ(tree.root->split, 0.5);

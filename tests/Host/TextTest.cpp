@@ -74,7 +74,7 @@ TEST(KmSprintf, RefusesNullAndNoRoom) {
     EXPECT_NE(KmSprintf(to.text, -1, "x"), 0);
     EXPECT_EQ(to.text[0], '?');
     EXPECT_NE(KmSprintf(nullptr, 8, "x"), 0);
-    EXPECT_NE(KmSprintf(to.text, 8, noFormat), 0);
+    EXPECT_NE(KmSprintf(to.text, 8, noFormat, 1), 0);
     EXPECT_STREQ(to.text, "");
 }
 
