@@ -18,8 +18,10 @@ bool CompactEdges(Mesh& mesh, VisitorOf<Mesh>& visitor) {
         if (IsDead(mesh.edges[e])) CompactEdge(mesh, e, visitor);
         if (!IsEdge(mesh, e)) break;  // there were only dead ones up to the end
         const int node = mesh.edges[e].P0;
-        if (IsNode(mesh, node)) mesh.p2e[node] = e;
-        else hasStray = true;
+        if (IsNode(mesh, node))
+            mesh.p2e[node] = e;
+        else
+            hasStray = true;
     }
     return hasStray;
 }

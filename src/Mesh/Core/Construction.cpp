@@ -8,8 +8,8 @@
 namespace KM {
 namespace {
 
-/// The edge that waits against (`start`, `end`), or -1. A triangle that was taken back leaves its edges in the map; those
-/// that nothing has replaced since name no edge, and nobody waits there.
+/// The edge that waits against (`start`, `end`), or -1. A triangle that was taken back leaves its edges in the map;
+/// those that nothing has replaced since name no edge, and nobody waits there.
 template <class Mesh>
 int TakeWaiting(const Mesh& mesh, EdgesMap& map, int start, int end) {
     const int waiting = map.UseEdge(start, end);

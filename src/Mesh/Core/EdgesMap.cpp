@@ -51,8 +51,10 @@ void EdgesMap::AddEdge(int edge, int start, int end) {
         slot.end = end;
         ++used_;
     }
-    if (slot.first == -1) slot.first = entry;
-    else waiting_[slot.last].next = entry;
+    if (slot.first == -1)
+        slot.first = entry;
+    else
+        waiting_[slot.last].next = entry;
     slot.last = entry;
 }
 
