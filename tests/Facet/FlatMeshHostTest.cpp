@@ -2,14 +2,14 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <new>
 #include <vector>
 
 #include "Facet/FlatMesh.h"
+#include "Facet/ThrowingNew.h"
 #include "KmTools.h"
 
-// A host of its own: this program brings the memory and box services with it, and the allocator of the language, so
-// that it sees each call that the flat interface makes, and decides what comes of it.
+// A host of its own: this program brings the memory and box services with it, so that it sees each call that the flat
+// interface makes, and decides what comes of it.
 
 namespace {
 
@@ -26,10 +26,6 @@ HostState& State() {
     static HostState state;
     return state;
 }
-
-bool throwOnNew = false;
-
-struct AllocatorSignal {};
 
 }  // namespace
 
@@ -58,18 +54,6 @@ int KmBndBoxGrowPnt(int dimensions, const double box[], const double point[], do
     grown[0] += 1.0;
     return 0;
 }
-
-// Throws what no standard allocator throws: an entry that promises null must catch that, too.
-void* operator new(std::size_t size) {
-    if (throwOnNew) throw AllocatorSignal();
-    void* const block = std::malloc(size != 0 ? size : 1);
-    if (block == nullptr) throw std::bad_alloc();
-    return block;
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size != 0 ? size : 1); }
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
-void operator delete(void* block, const std::nothrow_t&) noexcept { std::free(block); }
 
 namespace KM {
 namespace {
@@ -136,10 +120,10 @@ TEST_F(FlatMeshOnAHostOfItsOwn, PassesTheCodeOnExceptWhereOneIsPromised) {
 }
 
 TEST_F(FlatMeshOnAHostOfItsOwn, CreateGivesNullWhateverTheAllocatorThrows) {
-    throwOnNew = true;
+    KM::Test::throwOnNew = true;
     PIN* const pin = PINCreate();
     SPIN* const spin = SPINCreate();
-    throwOnNew = false;
+    KM::Test::throwOnNew = false;
     EXPECT_EQ(pin, nullptr);
     EXPECT_EQ(spin, nullptr);
 }

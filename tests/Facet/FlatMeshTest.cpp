@@ -113,11 +113,11 @@ TEST(KmPinInit, CalledAgainWipesTheSwitchThatTheHostSet) {
 }
 
 TEST(FlatNames, AreFoundByAPlainSymbolLookUp) {
-    const char* const names[] = {
-        "KmPinInit",        "PINCreate",         "SPINCreate",     "PINDestroy",     "SPINDestroy",
-        "PINExtractPoints", "PINGetFloatArray",  "PINGetPointIdx", "PINMkVTRIVTXs",  "PINTolForLod",
-        "AddTrianglesSPIN", "KgApplDbgFileDesc", "KgApplDbgGroup", "KgApplDbgLevel", "KgApplFacetDecimate",
-        "PINToHier",        "KmHierStripMk",     "KmHierStripAdd", "KmHierStripFree"};
+    const char* const names[] = {"KmPinInit",      "PINCreate",        "SPINCreate",          "PINDestroy",
+                                 "SPINDestroy",    "PINExtractPoints", "PINGetFloatArray",    "PINGetPointIdx",
+                                 "PINMkVTRIVTXs",  "PINTolForLod",     "AddTrianglesSPIN",    "KgApplDbgFileDesc",
+                                 "KgApplDbgGroup", "KgApplDbgLevel",   "KgApplFacetDecimate", "PINToHier",
+                                 "KmHierStripMk",  "KmHierStripAdd",   "KmHierStripFree"};
     for (const char* name : names) EXPECT_NE(dlsym(RTLD_DEFAULT, name), nullptr) << name;
     EXPECT_EQ(dlsym(RTLD_DEFAULT, "PINTolForLod"), reinterpret_cast<void*>(&PINTolForLod));
 }
