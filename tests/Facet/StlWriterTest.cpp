@@ -167,6 +167,29 @@ TEST(STLWriter, WritesWhatTheFormatFunctionsPrint) {
     }
 }
 
+TEST(STLWriter, RoundsToSixDecimalsAsTheFormatFunctionsDo) {
+    std::mt19937_64 random(11);
+    for (int i = 0; i < 5000; ++i) {
+        // Halves of a millionth that a double can hold exactly lie at odd multiples of 1/128; the others lie beside
+        // one.
+        const double size = std::ldexp(1.0, static_cast<int>(random() % 50));
+        const double tie = (static_cast<double>(random() % 100000) + 0.5) / 64.0;
+        const double half = std::floor(static_cast<double>(random() % 1000000000) / size) * 1e-6 + 5e-7;
+        const double corners[] = {tie,
+                                  std::nextafter(tie, 0.0),
+                                  std::nextafter(tie, 1e9),
+                                  half,
+                                  std::nextafter(half, 0.0),
+                                  -half,
+                                  size - 5e-7,
+                                  size - 4e-7,
+                                  1e15 - size};
+        const Point a(corners[0], corners[1], corners[2]), b(corners[3], corners[4], corners[5]),
+            c(corners[6], corners[7], corners[8]);
+        ASSERT_EQ(Written({a, b, c}, true), "solid\n\n" + Printed(PlainNormal(a, b, c), a, b, c) + "endsolid\n");
+    }
+}
+
 TEST(STLWriter, IsReadBack) {
     const std::vector<Point> corners = {A, B, C, Point(-1.5, 0.25, 1e6), Point(3, 4, 5), Point(-6, 7, -8)};
     for (const bool isText : {true, false}) {
