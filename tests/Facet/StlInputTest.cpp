@@ -145,7 +145,7 @@ TEST(StlWord, LongerThan999BytesGoesOnAsTheNext) {
 
 TEST(StlInput, ReadsHostileTextAsTheFormatFunctionsDo) {
     const TempFile file;
-    for (unsigned seed = 0; seed < 6000; ++seed) {
+    for (unsigned seed = 0; seed < 2500; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
         std::mt19937 random(seed);
         file.Write(HostileText(random, 5 + static_cast<int>(random() % 60)));
@@ -159,7 +159,7 @@ TEST(StlInput, ReadsMutatedFilesAsTheFormatFunctionsDo) {
     const std::string text = StlText(4);
     const std::string record = StlRecord({1, 2, 3, 4, 5, 6, 7, 8, 9});
     const std::string binary = StlBinary("part", 3, {record, record, record});
-    for (unsigned seed = 0; seed < 4000; ++seed) {
+    for (unsigned seed = 0; seed < 1500; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
         std::mt19937 random(seed);
         file.Write(Mutated(seed % 4 == 0 ? binary : text, random));

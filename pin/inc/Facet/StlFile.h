@@ -52,9 +52,8 @@ public:
 
     /// Goes back to the start and reads the header text. `Read` then gives the first triangle again.
     ///
-    /// @return  not more than 80 bytes, to the first zero. Binary: the first 80 bytes, to the first above 127; text:
-    /// the
-    ///          first line with its line feed. Empty without a file.
+    /// @return  not more than 80 bytes, to the first zero. Binary: the first 80 bytes, to the first above 127. Text:
+    ///          the first line with its line feed. Empty without a file.
     std::string ReadHeader();
 
 private:
