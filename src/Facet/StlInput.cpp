@@ -12,14 +12,13 @@ namespace {
 constexpr std::size_t BlockSize = std::size_t{1} << 18;
 constexpr std::size_t LongestWord = 999;
 
-// The character classes of the C locale. Those of <cctype> follow the locale of the process, and a host may have set
-// one.
+// The classes of the C locale. Those of <cctype> follow the locale of the process, and a host may have set another.
 bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool IsDigit(int c) { return c >= '0' && c <= '9'; }
 int ToLower(int c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; }
 bool IsHexDigit(int c) { return IsDigit(c) || (ToLower(c) >= 'a' && ToLower(c) <= 'f'); }
 
-// The value of a text that `CollectName` or `CollectDigits` has accepted; false if it has no digit at all.
+// The value of what has been collected; false if that is but a point.
 bool Convert(std::string& text, double& value) {
     // The library function waits for the decimal point of the process's locale, which may have more than one byte.
     const std::size_t point = text.find('.');

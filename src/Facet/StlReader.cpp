@@ -74,8 +74,7 @@ std::string STLReader::ReadHeader() {
 std::string STLReader::FirstLine() {
     char line[LineSize] = {};
     if (std::fgets(line, sizeof line, file_.get()) == nullptr) line[0] = '\0';
-    // The line counts as the word in front of the first vertex. It ends with a line feed as a rule; a zero can hide
-    // that.
+    // The line counts as a word that has been read. Only a zero in it can hide the line feed, which no word has.
     atVertex_ = IsVertex(line);
     return line;
 }
@@ -98,7 +97,7 @@ bool STLReader::ReadBinary(double* nine) {
 
 bool STLReader::ReadText(double* nine) {
     while (!atVertex_ && !input_->EndSeen()) atVertex_ = IsVertex(input_->ReadWord());
-    // A file that ends with the very word has no triangle there, hence no look at what the word was.
+    // A file that ends with that very word has no triangle there.
     if (input_->EndSeen()) return false;
     atVertex_ = false;
     ReadPoint(*input_, nine);

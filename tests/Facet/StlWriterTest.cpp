@@ -61,6 +61,19 @@ Point PlainNormal(const Point& a, const Point& b, const Point& c) {
     return n.X > 1.01 ? Point(0.0, 1.0, 1.0) : n;
 }
 
+// Each facet of a text file is what the format functions print.
+void ExpectAsPrinted(const std::vector<Point>& corners) {
+    const std::string text = Written(corners, true);
+    std::size_t at = std::strlen("solid\n\n");
+    for (std::size_t i = 0; i + 2 < corners.size(); i += 3) {
+        const Point &a = corners[i], &b = corners[i + 1], &c = corners[i + 2];
+        const std::string facet = Printed(PlainNormal(a, b, c), a, b, c);
+        ASSERT_EQ(text.substr(at, facet.size()), facet);
+        at += facet.size();
+    }
+    EXPECT_EQ(text.substr(at), "endsolid\n");
+}
+
 TEST(STLWriter, WritesAText) {
     EXPECT_EQ(Written({A, B, C}, true),
               "solid\n"
@@ -146,6 +159,7 @@ TEST(STLWriter, WritesTheLongestNumbers) {
 
 TEST(STLWriter, WritesWhatTheFormatFunctionsPrint) {
     std::mt19937_64 random(7);
+    std::vector<Point> corners;
     for (int i = 0; i < 3000; ++i) {
         Point p[3];
         for (Point& q : p) {
@@ -163,8 +177,32 @@ TEST(STLWriter, WritesWhatTheFormatFunctionsPrint) {
         }
         const Point n = PlainNormal(p[0], p[1], p[2]);
         if (std::isnan(n.X) || std::isnan(n.Y) || std::isnan(n.Z)) continue;  // the sign of a NaN is the machine's
-        ASSERT_EQ(Written({p[0], p[1], p[2]}, true), "solid\n\n" + Printed(n, p[0], p[1], p[2]) + "endsolid\n");
+        corners.insert(corners.end(), p, p + 3);
     }
+    ExpectAsPrinted(corners);
+}
+
+TEST(STLWriter, RoundsToSixDecimalsAsTheFormatFunctionsDo) {
+    std::mt19937_64 random(11);
+    std::vector<Point> points;
+    for (int i = 0; i < 5000; ++i) {
+        // Halves of a millionth that a double can hold exactly lie at odd multiples of 1/128; the others lie beside
+        // one.
+        const double size = std::ldexp(1.0, static_cast<int>(random() % 50));
+        const double tie = (static_cast<double>(random() % 100000) + 0.5) / 64.0;
+        const double half = std::floor(static_cast<double>(random() % 1000000000) / size) * 1e-6 + 5e-7;
+        const double corners[] = {tie,
+                                  std::nextafter(tie, 0.0),
+                                  std::nextafter(tie, 1e9),
+                                  half,
+                                  std::nextafter(half, 0.0),
+                                  -half,
+                                  size - 5e-7,
+                                  size - 4e-7,
+                                  1e15 - size};
+        for (int k = 0; k < 9; k += 3) points.emplace_back(corners[k], corners[k + 1], corners[k + 2]);
+    }
+    ExpectAsPrinted(points);
 }
 
 TEST(STLWriter, IsReadBack) {

@@ -28,6 +28,8 @@ public:
     const std::string& Name() const { return name_; }
 
     void Write(const std::string& bytes) const {
+        // Some file systems wait for the disk when a file is emptied and written anew.
+        std::filesystem::remove(name_);
         std::ofstream(name_, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
 

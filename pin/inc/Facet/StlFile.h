@@ -46,17 +46,14 @@ public:
     /// next word is then read where that number failed.
     ///
     /// @param nine  room for nine doubles; null is refused with false, and the triangle stays to be read
-    /// @return      false, with `nine` as it was, at the end of the file. A read error counts as the end. A text file
-    /// that
-    ///              ends within its last triangle gives that triangle with what could be read.
+    /// @return      false, with `nine` as it was, at the end of the file; a read error counts as the end. A text file
+    ///              that ends within its last triangle gives that triangle with what could be read.
     bool Read(double* nine);
 
-    /// Goes back to the start and reads the header text, which may hold anything. `Read` then gives the first triangle
-    /// again.
+    /// Goes back to the start and reads the header text. `Read` then gives the first triangle again.
     ///
-    /// @return  binary: the first 80 bytes, to the first that is 0 or above 127; text: the first line with its line
-    /// feed, to
-    ///          its first zero and not more than 80 bytes; empty without a file
+    /// @return  not more than 80 bytes, to the first zero. Binary: the first 80 bytes, to the first above 127. Text:
+    ///          the first line with its line feed. Empty without a file.
     std::string ReadHeader();
 
 private:
@@ -76,8 +73,7 @@ private:
     std::unique_ptr<StlInput> input_;  ///< what `Read` has in memory of the file; null before its first call
 };
 
-// A writer is a plain C file. Null is ignored by all, and a full disk makes the file shorter: ask `ferror` where that
-// matters.
+// A writer is a plain C file. All ignore null. A full disk makes the file shorter: ask `ferror` where that matters.
 
 /// Makes the file, or empties it, and writes what stands in front of the first facet.
 /// @return  null if the name is null or the file cannot be made
@@ -90,8 +86,7 @@ KM_API std::FILE* STLOpenWriter(const char* name, bool isText);
 KM_API void STLWriteFacet(std::FILE* file, const TPoint<double>& a, const TPoint<double>& b, const TPoint<double>& c,
                           bool isText);
 
-/// Writes what stands behind the last facet, in a binary file the number of triangles in its header, and closes the
-/// file.
+/// Closes the file. A text gets its last line before, a binary file the number of triangles in its header.
 KM_API void STLCloseWriter(std::FILE* file, int triangles, bool isText);
 
 }  // namespace KM
@@ -101,9 +96,8 @@ extern "C" {
 /// Opens a reader for the host and gives the header text of the file.
 ///
 /// @param header  room for 81 characters: gets up to 80 and a zero; null if it is not wanted
-/// @return        a handle that `KmSTLClose` takes; it is one, without triangles and with an empty header, also if the
-/// file
-///                cannot be opened. Null if the name is null or memory is short.
+/// @return        a handle for `KmSTLClose`. A file that cannot be opened has one too, without triangles and with an
+///                empty header. Null if the name is null or memory is short.
 KM_API KM::STLReader* KmSTLOpen(const char* fileName, char* header);
 
 /// Closes the file and frees the reader. Null is ignored.
