@@ -7,6 +7,7 @@
 
 #include "Facet/FacetMesh.h"
 #include "Facet/FlatMesh.h"
+#include "Facet/LevelStream.h"
 #include "Facet/MeshReducer.h"
 
 namespace KM {
@@ -27,16 +28,21 @@ void RequireAtMost(std::size_t count, std::size_t most) {
     std::terminate();
 }
 
-/// Appends the mesh as it stands as one level; returns the level's size.
+// Appends the mesh as it stands as one level; returns the level's size.
 int AppendLevel(PIN& mesh, double tolerance, std::vector<KsLod>& lods) {
     KsLod& lod = lods.emplace_back();
     lod.tolerance = tolerance;
-    lod.size = 3;
+    lod.size = LevelHeader;
     lod.size += BuildStrips(mesh, lod.strips);
     return lod.size;
 }
+int AppendLevel(const PIN& mesh, double tolerance, std::vector<FlatLod>& lods) {
+    lods.push_back(CutLevel(mesh, tolerance));
+    return lods.back().size;
+}
 
-int AppendReducedLevels(PIN& mesh, std::span<const double> tolerances, std::vector<KsLod>& lods) {
+template <class Lod>
+int AppendReducedLevels(PIN& mesh, std::span<const double> tolerances, std::vector<Lod>& lods) {
     MeshReducer reducer(mesh, tolerances);
     std::int64_t words = 0;
     for (std::size_t i = 0; i < tolerances.size(); ++i) {
@@ -54,10 +60,10 @@ KsLodsTRI DecimateFacets(int eventCount, const KsEvent* events, int facetCount, 
     RequireAtMost(3 * static_cast<std::size_t>(facetCount), MostEdges);
     RequireAtMost(tolerances.size(), MostLevels);
     PIN mesh = FacetMesh(eventCount, events, facetCount, facets);
-    std::vector<KsLod> lods;
-    if (KgApplFacetDecimate != 0) return LodsToTRI(lods, AppendReducedLevels(mesh, tolerances, lods));
+    std::vector<FlatLod> lods;
+    if (KgApplFacetDecimate != 0) return FlattenLevels(lods, AppendReducedLevels(mesh, tolerances, lods));
     if (tolerances.empty()) EndProcess("KmTriDecimate: no tolerance to label the level with\n");
-    return LodsToTRI(lods, AppendLevel(mesh, tolerances[0], lods));
+    return FlattenLevels(lods, AppendLevel(mesh, tolerances[0], lods));
 }
 
 }  // namespace
