@@ -121,6 +121,39 @@ TEST(Builders, DoWhatThePlainRulesDoOnSurfaces) {
     }
 }
 
+/// A mesh that holds records already: some twins run the same way, `p2e` has another length, nodes are unused.
+PIN WithClashingTwins(unsigned seed) {
+    std::mt19937 random(seed);
+    PIN mesh = RandomMesh(seed, 20);
+    for (int k = 0; k < 20 && !mesh.edges.empty(); ++k) {
+        const int a = static_cast<int>(random() % mesh.edges.size());
+        const int b = static_cast<int>(random() % mesh.edges.size());
+        if (a == b || mesh.edges[a].TE != -1 || mesh.edges[b].TE != -1) continue;
+        mesh.edges[a].TE = b;
+        mesh.edges[b].TE = a;
+    }
+    mesh.points.insert(mesh.points.end(), 2, TPoint<double>(1, 0, 0));
+    mesh.p2e.resize(random() % (mesh.points.size() + 3), -1);
+    return mesh;
+}
+
+TEST(Builders, DoWhatThePlainRulesDoToAMeshThatHoldsRecords) {
+    for (unsigned seed = 0; seed < 200; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        const IndexedFacets facets = Crowded(seed);
+        const PIN before = WithClashingTwins(seed);
+        PIN merged = before, one = before, two = before, indexed = before, three = before, four = before;
+        Plain::BuildMerged(merged, facets.AsSoup());
+        AddTriangles_1(one, facets.AsSoup());
+        AddTriangles_2(two, AsFacets(facets.AsSoup()));
+        ASSERT_TRUE(SameRecords(one, merged) && SameRecords(two, merged));
+        Plain::BuildIndexed(indexed, facets.points, facets.triples);
+        AddTriangles_3(three, facets.points, facets.triples);
+        AddTriangles_4(four, facets.points, AsFacets(facets.triples));
+        ASSERT_TRUE(SameRecords(three, indexed) && SameRecords(four, indexed));
+    }
+}
+
 // The edges at node 0 are far more than a bucket that is scanned; each facet stands there twice and once reversed.
 TEST(Builders, DoWhatThePlainRulesDoRoundACrowdedNode) {
     IndexedFacets fan;

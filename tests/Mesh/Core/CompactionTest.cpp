@@ -172,6 +172,57 @@ TEST(Compact, MatchesThePlainRulesAfterDeletions) {
     }
 }
 
+/// Dead records, and between them loops of one to six edges in slots that are out of order; half of them with twins.
+PIN ScatteredLoops(unsigned seed) {
+    std::mt19937 random(seed);
+    std::vector<int> slots(60);
+    for (std::size_t i = 0; i < slots.size(); ++i) slots[i] = static_cast<int>(i);
+    for (std::size_t i = slots.size(); i > 1; --i) std::swap(slots[i - 1], slots[random() % i]);
+    PIN mesh;
+    mesh.points.resize(9);
+    mesh.edges.resize(slots.size());
+    for (std::size_t at = 0; at < 30;) {
+        const std::size_t length = 1 + random() % 6;
+        for (std::size_t i = 0; i < length; ++i)
+            mesh.edges[slots[at + i]] = {slots[at + (i + 1) % length], -1, static_cast<int>(random() % 9)};
+        at += length;
+    }
+    for (std::size_t i = 0; i + 1 < 15; i += 2) {
+        mesh.edges[slots[i]].TE = slots[i + 1];
+        mesh.edges[slots[i + 1]].TE = slots[i];
+    }
+    return mesh;
+}
+
+TEST(Compact, MatchesThePlainRulesOnLoopsOfAnyLength) {
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        PIN mesh = ScatteredLoops(seed);
+        PIN plain = mesh;
+        Recorder recorder, plainRecorder;
+        Compact(mesh, recorder);
+        Plain::Compact(plain, plainRecorder);
+        ASSERT_EQ(recorder.reports, plainRecorder.reports);
+        ASSERT_TRUE(SameRecords(mesh, plain));
+    }
+}
+
+// A walk round the loop for each of its edges would need 9 * 10^10 steps here, whole or broken.
+TEST(Compact, IsQuickOnALongLoop) {
+    constexpr int count = 300000;
+    for (const bool isBroken : {false, true}) {
+        PIN mesh;
+        mesh.points.resize(1);
+        mesh.edges.resize(count);
+        AddPolygon(mesh, std::vector<int>(count, 0), std::vector<int>(count, -1));
+        if (isBroken) mesh.edges.back().NE = 2 * count - 10;
+        VisitorOf<PIN> nobody;
+        Compact(mesh, nobody);
+        EXPECT_EQ(mesh.edges.size(), static_cast<std::size_t>(count));
+        EXPECT_EQ(mesh.edges[0].NE, isBroken ? 9 : count - 1);
+    }
+}
+
 TEST(Compact, ServesTheDisplayMeshAlike) {
     float xyz[] = {0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0};
     int triples[] = {0, 1, 2, 2, 1, 3};

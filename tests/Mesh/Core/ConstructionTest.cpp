@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <climits>
 
+#include "Mesh/Core/Compaction.h"
 #include "Support/DumpCapture.h"
 #include "Support/MeshChecks.h"
 #include "Support/Meshes.h"
@@ -157,14 +159,27 @@ TEST(AddPolygon, OfOneNodeIsItsOwnNext) {
     EXPECT_EQ(mesh.edges[0], (Edge{0, -1, 0}));
 }
 
+TEST(AddPolygon, FoldsOntoItsOwnEarlierEdges) {
+    PIN mesh = RightTriangle();
+    EXPECT_EQ(AddPolygon(mesh, {5, 6, 7}, {-1, 3, 3}), (std::vector<int>{3, 4, 5}));
+    EXPECT_EQ(std::vector<Edge>(mesh.edges.begin() + 3, mesh.edges.end()),
+              (std::vector<Edge>{{4, 5, 5}, {5, 3, 6}, {3, 3, 7}}));
+}
+
+TEST(AddPolygon, TakesNodesAsTheyCome) {
+    PIN mesh;
+    EXPECT_EQ(AddPolygon(mesh, {-1, 0, INT_MAX}, {-1, -1, -1}), (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(mesh.edges, (std::vector<Edge>{{1, -1, -1}, {2, -1, 0}, {0, -1, INT_MAX}}));
+    VisitorOf<PIN> nobody;
+    Compact(mesh, nobody);
+    EXPECT_TRUE(SameRecords(mesh, PIN()));
+}
+
 TEST(AddPolygon, RefusesWhatItCannotLink) {
     const struct {
         std::vector<int> nodes, twins;
-    } refused[] = {{{}, {}},
-                   {{0, 1, 2}, {-1, -1}},
-                   {{0, 1, 2}, {-1, 3, -1}},
-                   {{0, 1, 2}, {-2, -1, -1}},
-                   {{0, -1, 2}, {-1, -1, -1}}};
+    } refused[] = {
+        {{}, {}}, {{0, 1, 2}, {-1, -1}}, {{0, 1, 2}, {3, -1, -1}}, {{0, 1, 2}, {-1, 4, -1}}, {{0, 1, 2}, {-2, -1, -1}}};
     for (const auto& r : refused) {
         PIN mesh = RightTriangle();
         EXPECT_TRUE(AddPolygon(mesh, r.nodes, r.twins).empty());

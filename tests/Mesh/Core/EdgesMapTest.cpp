@@ -67,6 +67,17 @@ TEST(EdgesMap, CopiesAndMovesWithItsEdges) {
     EXPECT_EQ(map.UseEdge(2, 1), -1);
 }
 
+TEST(EdgesMap, ServesAgainAfterItsEdgesWereMovedAway) {
+    EdgesMap map;
+    map.AddEdge(7, 1, 2);
+    map.UseEdge(2, 1);
+    const EdgesMap moved = std::move(map);
+    map.AddEdge(8, 3, 4);
+    map.AddEdge(9, 3, 4);
+    EXPECT_EQ(map.UseEdge(4, 3), 8);
+    EXPECT_EQ(map.UseEdge(4, 3), 9);
+}
+
 TEST(EdgesMap, DoesWhatBucketsInOrderDo) {
     for (unsigned seed = 0; seed < 100; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);

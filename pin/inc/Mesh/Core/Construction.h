@@ -13,9 +13,8 @@ KM_API int AddPoint(PIN& mesh, const TPoint<double>& point);
 // The five builders turn facets into a connected, oriented, compact mesh. They refuse nothing: what cannot become a
 // consistent surface is left as orphan edges or dropped.
 //
-// - A facet with two equal nodes is dropped, and so is one that names a negative node, with a line on the dump stream;
-// a
-//   facet that names a node beyond the last one goes when the mesh is compacted at the end.
+// - A facet with two equal nodes is dropped, and so is one that names a negative node, with a line on the dump stream.
+//   A facet that names a node beyond the last one goes when the mesh is compacted at the end.
 // - Two facets become neighbours where they run the same segment in opposite directions; where more than two meet,
 //   they pair off in the order of input and the rest stays open. No pair is made with edges already in the mesh.
 // - Coordinates that are NaN are equal to nothing and so are never merged; 0.0 and -0.0 are equal.
@@ -45,13 +44,13 @@ KM_API void AddTriangles_4(PIN& mesh, const std::vector<TPoint<double>>& nodes,
 /// @param xyz            three floats a point
 /// @param triangleCount  number of index triples; nothing is added when it is not positive or a pointer is null
 /// @param triples        three indices a triangle, each the index of a point in `xyz`; points of equal coordinates
-/// become
-///                       one node, appended in the order of first use
+///                       become one node, appended in the order of first use
 extern "C" KM_API void AddTrianglesSPIN(SPIN& mesh, int pointCount, float* xyz, int triangleCount, int* triples);
 
-/// Appends one loop through `nodes`, with `twins[i]` (or -1) as the twin of the edge that starts at `nodes[i]`. Returns
-/// the new edges in order. Leaves `p2e` alone: set it, or compact. Does nothing, and returns an empty vector, if
-/// `nodes` is empty, if `twins` is shorter, if a node is negative, or if a twin is not an edge of the mesh.
+/// Appends one loop through `nodes`, with `twins[i]` (or -1) as the twin of the edge that starts at `nodes[i]`; that
+/// can be an edge of the new loop which comes before it. Returns the new edges in order. Leaves `p2e` alone: set it, or
+/// compact. The nodes need not exist yet; a loop through one that never does goes when the mesh is compacted. Does
+/// nothing, and returns an empty vector, if `nodes` is empty, if `twins` is shorter, or if a twin is no edge by then.
 KM_API std::vector<int> AddPolygon(PIN& mesh, const std::vector<int>& nodes, const std::vector<int>& twins);
 
 /// One step of `AddTriangle`: appends the record of an edge and pairs it with the edge that waits for it in `map`, or
