@@ -26,9 +26,9 @@ class KM_API XSizeMustBe3 {};
 /// file of zeros and other low bytes as text.
 class KM_API STLReader {
 public:
-    /// Opens the file and goes to its first triangle. A null name, a file that cannot be opened, and whatever is neither
-    /// a plain file nor a link to one (a folder, a pipe, a device) leave the reader without a file; it can then be asked
-    /// all the same, and has no triangles.
+    /// Opens the file and goes to its first triangle. A null name, a file that cannot be opened, and whatever is
+    /// neither a plain file nor a link to one (a folder, a pipe, a device) leave the reader without a file; it can then
+    /// be asked all the same, and has no triangles.
     explicit STLReader(const char* fileName);
     explicit STLReader(const std::string& fileName) : STLReader(fileName.c_str()) {}
     ~STLReader();
