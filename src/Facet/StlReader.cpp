@@ -1,5 +1,6 @@
 #include <bit>
 #include <cstring>
+#include <filesystem>
 #include <string_view>
 
 #include "Facet/StlFile.h"
@@ -15,6 +16,12 @@ constexpr std::size_t ProbeSize = 512;
 constexpr std::size_t LineSize = 256;  // with the closing zero
 
 bool IsHigh(char c) { return (static_cast<unsigned char>(c) & 0x80u) != 0; }
+
+// A file is read from its start three times, which a pipe cannot do, and to its end, which some devices do not have.
+bool IsPlainFile(const char* name) {
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(name, ignored);
+}
 
 bool ProbeIsText(std::FILE* file) {
     char probe[ProbeSize];
@@ -43,7 +50,7 @@ void ReadPoint(StlInput& input, double* three) {
 }  // namespace
 
 STLReader::STLReader(const char* fileName) : fileName_(fileName != nullptr ? fileName : "") {
-    if (fileName == nullptr) return;
+    if (fileName == nullptr || !IsPlainFile(fileName)) return;
     file_.reset(std::fopen(fileName, "rb"));
     if (file_ == nullptr) return;
     isText_ = ProbeIsText(file_.get());

@@ -153,8 +153,7 @@ void STLCloseWriter(std::FILE* file, int triangles, bool isText) {
     if (file == nullptr) return;
     if (isText) {
         std::fputs("endsolid\n", file);
-    } else {
-        std::rewind(file);
+    } else if (std::fseek(file, 0, SEEK_SET) == 0) {  // in a pipe the header would follow the triangles
         WriteBinaryHeader(file, static_cast<std::uint32_t>(triangles));
     }
     std::fclose(file);

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <cstring>
@@ -186,21 +188,48 @@ TEST(STLReader, HasNoTrianglesWithoutAFile) {
     EXPECT_FALSE(reader.Read(nine));
 }
 
-TEST(STLReader, HasNoTrianglesInAFolder) {
-    STLReader reader(std::filesystem::temp_directory_path().string());
-    double nine[9];
-    EXPECT_FALSE(reader.Read(nine));
-    EXPECT_FALSE(reader.Read(nine));
+// Folders have no bytes, devices no end, and a pipe cannot be read a second time.
+TEST(STLReader, OpensPlainFilesOnly) {
+    const std::string folder = std::filesystem::temp_directory_path().string();
+    for (const std::string& name : {folder, std::string("/dev/null"), std::string("/dev/zero")}) {
+        SCOPED_TRACE(name);
+        STLReader reader(name);
+        double nine[9];
+        EXPECT_FALSE(reader.IsOpen());
+        EXPECT_FALSE(reader.Read(nine));
+        EXPECT_EQ(reader.ReadHeader(), "");
+    }
 }
 
-TEST(STLReader, HasNoTrianglesInAFileThatMayNotBeRead) {
+TEST(STLReader, DoesNotWaitForAPipe) {
+    const TempFile file;
+    ASSERT_EQ(mkfifo(file.Name().c_str(), S_IRUSR | S_IWUSR), 0);
+    EXPECT_FALSE(STLReader(file.Name()).IsOpen()) << "nobody writes to it";
+}
+
+TEST(STLReader, FollowsALinkToAPlainFile) {
+    const TempFile file(StlText(2));
+    const TempFile link;
+    std::filesystem::create_symlink(file.Name(), link.Name());
+    STLReader reader(link.Name());
+    EXPECT_EQ(ReadAll(reader).size(), 3u);
+}
+
+// The limit refuses every user, root too, as a file without permissions does not.
+TEST(STLReader, HasNoTrianglesInAFileThatIsRefused) {
     const TempFile file(StlText(1));
-    std::filesystem::permissions(file.Name(), std::filesystem::perms::none);
-    if (std::FILE* readable = std::fopen(file.Name().c_str(), "rb")) {
-        std::fclose(readable);
-        GTEST_SKIP() << "this user may read everything";
-    }
-    EXPECT_FALSE(STLReader(file.Name()).IsOpen());
+    rlimit before;
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{0, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    STLReader reader(file.Name());
+    const Opened opened(file.Name().c_str());
+    setrlimit(RLIMIT_NOFILE, &before);
+    double nine[9];
+    EXPECT_FALSE(reader.IsOpen());
+    EXPECT_FALSE(reader.Read(nine));
+    ASSERT_NE(opened.handle, nullptr);
+    EXPECT_STREQ(opened.header, "");
 }
 
 TEST(STLReader, HasNoTrianglesInAnEmptyFile) { EXPECT_EQ(CountTriangles(""), 0u); }

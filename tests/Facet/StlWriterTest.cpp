@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdint>
@@ -8,6 +9,7 @@
 
 #include "Facet/PlainStlReader.h"
 #include "Facet/StlFile.h"
+#include "Support/CommaLocale.h"
 #include "Support/TempFile.h"
 
 namespace KM {
@@ -151,6 +153,14 @@ TEST(STLWriter, WritesAnyNumber) {
               std::string::npos);
 }
 
+TEST(STLWriter, WritesAPointInEveryLocale) {
+    const CommaLocale comma;
+    EXPECT_EQ(NormalLine(A, B, C), "facet normal 0.000000 0.000000 1.000000");
+    EXPECT_NE(
+        Written({A, Point(1.5, 1e22, 0), C}, true).find("vertex 1.500000 10000000000000000000000.000000 0.000000"),
+        std::string::npos);
+}
+
 TEST(STLWriter, WritesTheLongestNumbers) {
     const double max = std::numeric_limits<double>::max();
     const Point low(-max, -max, -max);
@@ -228,14 +238,30 @@ TEST(STLWriter, RefusesWhatCannotBeOpened) {
     }
 }
 
-TEST(STLWriter, SurvivesAFullDisk) {
+// A file that is open for reading only takes no byte, as a full disk does.
+TEST(STLWriter, SurvivesAFileThatTakesNothing) {
+    const TempFile file("full");
     for (const bool isText : {true, false}) {
-        std::FILE* writer = STLOpenWriter("/dev/full", isText);
-        if (writer == nullptr) GTEST_SKIP() << "this system has no disk that is always full";
+        std::FILE* writer = std::fopen(file.Name().c_str(), "rb");
+        ASSERT_NE(writer, nullptr);
         for (int i = 0; i < 1000; ++i) STLWriteFacet(writer, A, B, C, isText);
         EXPECT_NE(std::ferror(writer), 0);
         STLCloseWriter(writer, 1000, isText);
+        EXPECT_EQ(file.Bytes(), "full");
     }
+}
+
+TEST(STLWriter, LeavesTheCountOfAPipeAtZero) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    std::FILE* writer = STLOpenWriter(("/dev/fd/" + std::to_string(ends[1])).c_str(), false);
+    ASSERT_NE(writer, nullptr);
+    STLWriteFacet(writer, A, B, C, false);
+    STLCloseWriter(writer, 1, false);
+    close(ends[1]);
+    char bytes[1000];
+    EXPECT_EQ(read(ends[0], bytes, sizeof bytes), 84 + 50) << "a second header would stand behind the triangles";
+    close(ends[0]);
 }
 
 }  // namespace

@@ -18,15 +18,17 @@ class KM_API XSizeMustBe3 {};
 
 }  // namespace IO::STL
 
-/// Hands out the triangles of an STL file, text or binary, one at a time. Memory does not grow with the file.
+/// Hands out the triangles of an STL file, text or binary, one at a time. Memory does not grow with their number,
+/// only with the digits of a single coordinate.
 ///
 /// A file is binary if one of the up to 512 bytes behind offset 80 is 128 or more; the word "solid" at its start is not
 /// looked at, since many binary files begin with it. So a text file with an umlaut there counts as binary, and a binary
 /// file of zeros and other low bytes as text.
 class KM_API STLReader {
 public:
-    /// Opens the file and goes to its first triangle. A file that cannot be opened, or a null name, leaves the reader
-    /// without a file; it can then be asked all the same, and has no triangles.
+    /// Opens the file and goes to its first triangle. A null name, a file that cannot be opened, and whatever is
+    /// neither a plain file nor a link to one (a folder, a pipe, a device) leave the reader without a file; it can then
+    /// be asked all the same, and has no triangles.
     explicit STLReader(const char* fileName);
     explicit STLReader(const std::string& fileName) : STLReader(fileName.c_str()) {}
     ~STLReader();
@@ -86,7 +88,8 @@ KM_API std::FILE* STLOpenWriter(const char* name, bool isText);
 KM_API void STLWriteFacet(std::FILE* file, const TPoint<double>& a, const TPoint<double>& b, const TPoint<double>& c,
                           bool isText);
 
-/// Closes the file. A text gets its last line before, a binary file the number of triangles in its header.
+/// Closes the file. A text gets its last line before, a binary file the number of triangles in its header; where the
+/// file cannot go back to it, as a pipe cannot, the number stays 0.
 KM_API void STLCloseWriter(std::FILE* file, int triangles, bool isText);
 
 }  // namespace KM
