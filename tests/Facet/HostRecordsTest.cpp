@@ -5,6 +5,7 @@
 #include <cstring>
 #include <type_traits>
 
+#include "Facet/LevelsOfDetail.h"
 #include "Geometry/Point.h"
 
 namespace KM {
@@ -86,6 +87,13 @@ TEST(KsLodsTRI, HasTwoWordsAndThePointer) {
     EXPECT_EQ(FieldAt(bytes, &KsLodsTRI::lodCount), 3);
     EXPECT_EQ(FieldAt(bytes, &KsLodsTRI::size), 99);
     EXPECT_EQ(FieldAt(bytes, &KsLodsTRI::data), address);
+}
+
+TEST(KsLod, BeginsWithTheWordsOfItsHeader) {
+    const KsLod lod;
+    EXPECT_TRUE(lod.strips.empty());
+    EXPECT_EQ(lod.tolerance, 0.0);
+    EXPECT_EQ(lod.size, 3);
 }
 
 }  // namespace
