@@ -81,8 +81,12 @@ IndexedFacets SphereFacets(int n) {
                 };
                 for (int j = 0; j < n; ++j)
                     for (int i = 0; i + j < n; ++i) {
-                        add(at(i, j), at(i + 1, j), at(i, j + 1));
-                        if (i + j + 1 < n) add(at(i + 1, j), at(i + 1, j + 1), at(i, j + 1));
+                        // One after the other: compilers evaluate arguments in different orders, and that numbers the nodes.
+                        const int a = at(i, j);
+                        const int b = at(i + 1, j);
+                        const int c = at(i, j + 1);
+                        add(a, b, c);
+                        if (i + j + 1 < n) add(b, at(i + 1, j + 1), c);
                     }
             }
     return sphere;
@@ -107,7 +111,13 @@ IndexedFacets RandomFacets(unsigned seed, int count) {
     const int nodes = std::max(3, count / 2);
     // mt19937 is the same everywhere; the distributions of the standard library are not, so they are not used.
     const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
-    for (int i = 0; i < nodes; ++i) facets.points.push_back(P(below(1000), below(1000), below(1000)));
+    for (int i = 0; i < nodes; ++i) {
+        // One statement each: the arguments of a call may be evaluated in any order, and compilers differ.
+        P& p = facets.points.emplace_back();
+        p.X = below(1000);
+        p.Y = below(1000);
+        p.Z = below(1000);
+    }
     for (int i = 0; i < 3 * count; ++i) facets.triples.push_back(below(nodes));
     return facets;
 }
