@@ -83,9 +83,7 @@ KsLodsTRI KmTriDecimate(int eventCount, const KsEvent* events, int facetCount, c
                         std::span<const double> tolerances) {
     try {
         return KM::DecimateFacets(eventCount, events, facetCount, facets, tolerances);
-    } catch (...) {
-        return {0, 0, nullptr};
-    }
+    } catch (...) { return {0, 0, nullptr}; }
 }
 
 int PINMkVTRISTRIPs(KM::PIN* mesh, int decimate, int* levels, double* tolerances, int* size, int** data) {

@@ -45,13 +45,20 @@ IndexedFacets Terrain(Dice& dice) {
 
 IndexedFacets BaseFacets(Dice& dice) {
     switch (dice.Below(7)) {
-        case 0: return Tangle(dice);
-        case 1: return Terrain(dice);
-        case 2: return SphereFacets(1 + dice.Below(8));
-        case 3: return BumpySphereFacets(1 + dice.Below(8));
-        case 4: return CubeFacets();
-        case 5: return RandomFacets(static_cast<unsigned>(dice.Below(1 << 20)), 60);
-        default: return GridFacets(1 + dice.Below(8));
+        case 0:
+            return Tangle(dice);
+        case 1:
+            return Terrain(dice);
+        case 2:
+            return SphereFacets(1 + dice.Below(8));
+        case 3:
+            return BumpySphereFacets(1 + dice.Below(8));
+        case 4:
+            return CubeFacets();
+        case 5:
+            return RandomFacets(static_cast<unsigned>(dice.Below(1 << 20)), 60);
+        default:
+            return GridFacets(1 + dice.Below(8));
     }
 }
 
@@ -87,15 +94,22 @@ void MovePoints(IndexedFacets& facets, Dice& dice) {
     for (int i = dice.Below(nodes) + 1; i > 0; --i) {
         P& p = facets.points[dice.Below(nodes)];
         const P& other = facets.points[dice.Below(nodes)];
-        if (dice.OneIn(3)) p = other;
-        else if (dice.OneIn(2)) p.X = other.X + tiny * dice.Unit();
-        else p = p + dice.Offset(tiny);
+        if (dice.OneIn(3))
+            p = other;
+        else if (dice.OneIn(2))
+            p.X = other.X + tiny * dice.Unit();
+        else
+            p = p + dice.Offset(tiny);
     }
 }
 
 void PoisonPoints(IndexedFacets& facets, Dice& dice) {
-    const double poison[] = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
-                             -std::numeric_limits<double>::infinity(), 1e200, -1e160, 1e-300};
+    const double poison[] = {std::numeric_limits<double>::quiet_NaN(),
+                             std::numeric_limits<double>::infinity(),
+                             -std::numeric_limits<double>::infinity(),
+                             1e200,
+                             -1e160,
+                             1e-300};
     for (int i = 1 + dice.Below(3); i > 0; --i) {
         P& p = facets.points[dice.Below(static_cast<int>(facets.points.size()))];
         (dice.OneIn(2) ? p.X : p.Z) = poison[dice.Below(6)];
