@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <utility>
+#include <vector>
 
 namespace KM::Bench {
 namespace {
@@ -13,6 +13,25 @@ void PrintNumber(const char* format, bool isKnown, double value) {
     std::printf(" %12s", text);
 }
 
+/// Keeps the time of each repetition, and prints nothing: the table is ours.
+class TimeCollector : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context&) override { return true; }
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs)
+            if (run.run_type == Run::RT_Iteration) seconds_.push_back(run.real_accumulated_time);
+    }
+
+    double Median() {
+        const auto middle = seconds_.begin() + static_cast<std::ptrdiff_t>(seconds_.size() / 2);
+        std::nth_element(seconds_.begin(), middle, seconds_.end());
+        return *middle;
+    }
+
+private:
+    std::vector<double> seconds_;
+};
+
 }  // namespace
 
 Report::Report(std::string title, int rounds) : rounds_(rounds) {
@@ -20,9 +39,15 @@ Report::Report(std::string title, int rounds) : rounds_(rounds) {
                 "x floor");
 }
 
-void Report::Print(const Work& work, std::vector<double> seconds, std::size_t peak) {
-    std::nth_element(seconds.begin(), seconds.begin() + rounds_ / 2, seconds.end());
-    const double median = seconds[static_cast<std::size_t>(rounds_ / 2)];
+double Report::MedianSeconds(const std::string& name, const std::function<void(benchmark::State&)>& body) const {
+    benchmark::RegisterBenchmark(name.c_str(), body)->UseManualTime()->Iterations(1)->Repetitions(rounds_);
+    TimeCollector times;
+    benchmark::RunSpecifiedBenchmarks(&times, ".");
+    benchmark::ClearRegisteredBenchmarks();
+    return times.Median();
+}
+
+void Report::Print(const Work& work, double median, std::size_t peak) {
     seconds_[work.name] = median;
 
     const auto floor = seconds_.find(work.floor);

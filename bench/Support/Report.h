@@ -1,10 +1,12 @@
 #pragma once
 
+#include <benchmark/benchmark.h>
+
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "Support/Allocations.h"
 
@@ -35,17 +37,19 @@ public:
     /// As above, with an input that is made anew for each round, outside the clock: times `run(input)`.
     template <class Prepare, class Run>
     void Measure(const Work& work, Prepare prepare, Run run) {
-        std::vector<double> seconds;
         std::size_t peak = 0;
-        for (int round = 0; round < rounds_; ++round) {
-            auto input = prepare();
-            const std::size_t before = LiveBytes();
-            ForgetPeak();
-            const auto start = std::chrono::steady_clock::now();
-            [[maybe_unused]] const auto result = run(input);
-            seconds.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-            peak = PeakBytes() - before;
-        }
+        const double seconds = MedianSeconds(work.name, [&](benchmark::State& state) {
+            for ([[maybe_unused]] auto _ : state) {
+                auto input = prepare();
+                const std::size_t before = LiveBytes();
+                ForgetPeak();
+                const auto start = std::chrono::steady_clock::now();
+                [[maybe_unused]] auto result = run(input);
+                state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+                benchmark::DoNotOptimize(result);
+                peak = PeakBytes() - before;
+            }
+        });
         Print(work, seconds, peak);
     }
 
@@ -53,7 +57,9 @@ public:
     void Remark(const std::string& text) const;
 
 private:
-    void Print(const Work& work, std::vector<double> seconds, std::size_t peak);
+    /// Runs one benchmark, once a round, and gives the median of the times that it set.
+    double MedianSeconds(const std::string& name, const std::function<void(benchmark::State&)>& body) const;
+    void Print(const Work& work, double seconds, std::size_t peak);
 
     int rounds_;
     std::map<std::string, double> seconds_;  // by name of work

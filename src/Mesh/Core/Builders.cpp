@@ -10,8 +10,8 @@
 #include "Mesh/Core/PointMerging.h"
 #include "Mesh/Core/TwinPairing.h"
 
-// The builders give what `AddTriangle`, called for each facet in turn, would give. They append all records first and make
-// the twins afterwards in one go, which needs a third of the memory and a fraction of the time of a map of edges.
+// The builders give what `AddTriangle`, called for each facet in turn, would give. They append all records first and
+// make the twins afterwards in one go, which needs a third of the memory and a fraction of the time of a map of edges.
 
 namespace KM {
 namespace {
@@ -43,8 +43,8 @@ public:
     void Finish() {
         PairTwins(mesh_.edges, first_, mesh_.points.size());
         VisitorOf<Mesh> nobody;
-        // New twins run in opposite directions, and none of them leads to an earlier edge; so there is nothing to repair
-        // unless earlier edges bring it along.
+        // New twins run in opposite directions, and none of them leads to an earlier edge; so there is nothing to
+        // repair unless earlier edges bring it along.
         if (first_ > 0) FixOrientation(mesh_, nobody);
         mesh_.p2e.resize(mesh_.points.size(), -1);
         Compact(mesh_, nobody);
@@ -58,8 +58,8 @@ private:
 /// A closed surface has half as many nodes as triangles; a part with borders or holes has a few more or less.
 std::size_t ExpectedNodes(std::size_t triangles) { return triangles / 2 + 3; }
 
-/// Builds from `next(three points)`, which gives false at the end. Points are merged in blocks, so that the memory reads
-/// of a block overlap.
+/// Builds from `next(three points)`, which gives false at the end. Points are merged in blocks, so that the memory
+/// reads of a block overlap.
 template <class Mesh, class Next>
 void BuildMerged(Mesh& mesh, std::size_t triangles, Next next) {
     using Point = typename Mesh::PointType;
@@ -127,8 +127,7 @@ void AddTriangles_3(PIN& mesh, const std::vector<TPoint<double>>& nodes, const s
     builder.Finish();
 }
 
-void AddTriangles_4(PIN& mesh, const std::vector<TPoint<double>>& nodes,
-                    const std::vector<std::vector<int>>& facets) {
+void AddTriangles_4(PIN& mesh, const std::vector<TPoint<double>>& nodes, const std::vector<std::vector<int>>& facets) {
     ReplacePoints(mesh, nodes);
     Builder<PIN> builder(mesh, facets.size());
     for (const std::vector<int>& facet : facets)

@@ -8,8 +8,8 @@
 namespace KM {
 namespace {
 
-/// The edge that waits against (`start`, `end`), or -1. A triangle that was taken back leaves its edges in the map; those
-/// that nothing has replaced since name no edge, and nobody waits there.
+/// The edge that waits against (`start`, `end`), or -1. A triangle that was taken back leaves its edges in the map;
+/// those that nothing has replaced since name no edge, and nobody waits there.
 template <class Mesh>
 int TakeWaiting(const Mesh& mesh, EdgesMap& map, int start, int end) {
     const int waiting = map.UseEdge(start, end);
@@ -31,8 +31,9 @@ void SetNodeEdge(IndexVector& p2e, int node, int e) {
 
 bool CanAddPolygon(const PIN& mesh, const std::vector<int>& nodes, const std::vector<int>& twins) {
     if (twins.size() < nodes.size()) return false;
+    // A twin may also be an edge of the new loop that was appended before. A negative index becomes a huge one.
     for (std::size_t i = 0; i < nodes.size(); ++i)
-        if (nodes[i] < 0 || twins[i] < -1 || (twins[i] != -1 && !IsEdge(mesh, twins[i]))) return false;
+        if (twins[i] != -1 && static_cast<std::size_t>(twins[i]) >= mesh.edges.size() + i) return false;
     return true;
 }
 

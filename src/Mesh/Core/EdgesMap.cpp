@@ -27,6 +27,7 @@ std::size_t EdgesMap::Find(int start, int end) const {
 
 /// Makes room for another segment: by forgetting those on which nobody waits any more, if that frees half the slots.
 void EdgesMap::Grow() {
+    if (slots_.empty()) recycled_ = -1;  // a map that was moved away still has the number of an entry that left
     const auto isWaitedOn = [](const Slot& slot) { return slot.first != -1; };
     used_ = static_cast<std::size_t>(std::count_if(slots_.begin(), slots_.end(), isWaitedOn));
     const std::size_t size = std::max<std::size_t>(16, 4 * used_ > slots_.size() ? 2 * slots_.size() : slots_.size());
@@ -51,8 +52,10 @@ void EdgesMap::AddEdge(int edge, int start, int end) {
         slot.end = end;
         ++used_;
     }
-    if (slot.first == -1) slot.first = entry;
-    else waiting_[slot.last].next = entry;
+    if (slot.first == -1)
+        slot.first = entry;
+    else
+        waiting_[slot.last].next = entry;
     slot.last = entry;
 }
 

@@ -34,8 +34,9 @@ public:
     }
 
 private:
-    /// One flat list for all nodes that move: the edges of node `alive_ + i` end at `listEnd_[i]`, and begin where those
-    /// of the node before it end. All edges at a node are in it, so the fans of a non-manifold node move together.
+    /// One flat list for all nodes that move: the edges of node `alive_ + i` end at `listEnd_[i]`, and begin where
+    /// those of the node before it end. All edges at a node are in it, so the fans of a non-manifold node move
+    /// together.
     void ListEdgesOfMovers() {
         listEnd_.assign(mesh_.points.size() - alive_ + 1, 0);
         for (const Edge& edge : mesh_.edges)

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "Mesh/Core/PreviousEdges.h"
 #include "Mesh/Core/SafeLinks.h"
 
 namespace KM {
@@ -10,7 +11,7 @@ namespace {
 template <class Mesh>
 class OrientationRepair {
 public:
-    OrientationRepair(Mesh& mesh, VisitorOf<Mesh>& visitor) : mesh_(mesh), visitor_(visitor) {}
+    OrientationRepair(Mesh& mesh, VisitorOf<Mesh>& visitor) : mesh_(mesh), visitor_(visitor), previous_(mesh) {}
 
     void Run() {
         // Most meshes have no twins that run the same way; nothing would be turned or cut there.
@@ -43,24 +44,14 @@ private:
     void Visit(int e) {
         if (visited_[e]) return;
         const int ne = mesh_.edges[e].NE;
-        const int third = ThirdOfTriangle(mesh_, e);
-        const int pe = third != -1 ? third : PreviousOfPolygon(e);
-        if (!IsEdge(mesh_, ne) || pe == -1) return;  // dead, or on no loop
+        const int pe = previous_.Of(e);
+        if (pe == -1) return;  // dead, or on no loop
         visited_[pe] = visited_[e] = visited_[ne] = 1;
         // Only triangles are turned; the surgery below would tear a longer loop apart.
-        if (third != -1 && (Clashes(pe) || Clashes(e) || Clashes(ne))) ReverseTriangle(e, ne, pe);
+        const bool isTriangle = mesh_.edges[ne].NE == pe;
+        if (isTriangle && (Clashes(pe) || Clashes(e) || Clashes(ne))) ReverseTriangle(e, ne, pe);
         for (const int edge : {pe, e, ne})
             if (IsEdge(mesh_, mesh_.edges[edge].TE)) queue_.push_back(mesh_.edges[edge].TE);
-    }
-
-    /// A walk for each edge of a long loop would be quadratic. The links of such loops do not change in the flood.
-    int PreviousOfPolygon(int e) {
-        if (previous_.empty()) {
-            previous_.assign(mesh_.edges.size(), -1);
-            for (int x = 0; IsEdge(mesh_, x); ++x)
-                if (IsEdge(mesh_, mesh_.edges[x].NE)) previous_[mesh_.edges[x].NE] = x;
-        }
-        return previous_[e];
     }
 
     bool Clashes(int e) const { return RunsWithTwin(e) && visited_[mesh_.edges[e].TE]; }
@@ -102,7 +93,7 @@ private:
     VisitorOf<Mesh>& visitor_;
     std::vector<char> visited_;
     std::vector<int> queue_;
-    std::vector<int> previous_;  // by edge; empty until a loop turns up that is no triangle
+    PreviousEdges<Mesh> previous_;
 };
 
 }  // namespace

@@ -12,14 +12,16 @@ namespace KM {
 /// The nodes of one builder call by their coordinates: gives each point the node that stands for it.
 ///
 /// Two points are equal when all three coordinates are the same numbers, without any tolerance: 0.0 equals -0.0, and a
-/// NaN equals nothing. The earliest occurrence becomes the node. A flat table with open addressing: an ordered set would
-/// read the points log n times for each look-up.
+/// NaN equals nothing. The earliest occurrence becomes the node. A flat table with open addressing: an ordered set
+/// would read the points log n times for each look-up.
 template <class Point>
 class PointMerger {
 public:
     /// `points` receives the nodes; those that are in it already take no part. `expectedNodes` only saves time.
     PointMerger(std::vector<Point>& points, std::size_t expectedNodes)
-        : points_(points), table_(std::bit_ceil(2 * expectedNodes + 16)), shift_(32 - std::countr_zero(table_.size())) {}
+        : points_(points),
+          table_(std::bit_ceil(2 * expectedNodes + 16)),
+          shift_(32 - std::countr_zero(table_.size())) {}
 
     // The look-up comes in three steps, so that a caller who has many points can let the memory reads of one overlap
     // with the work on the others. The first two are only hints and may be left out.
