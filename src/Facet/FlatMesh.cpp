@@ -21,9 +21,7 @@ Mesh* CreateMesh() {
     // No exception may reach a host that is written in C, whatever its allocator throws.
     try {
         return new Mesh;
-    } catch (...) {
-        return nullptr;
-    }
+    } catch (...) { return nullptr; }
 }
 
 template <class T>
@@ -94,7 +92,7 @@ int PINGetFloatArray(KM::PIN* mesh, int withPoints, int* count, float** array) {
     *to++ = static_cast<float>(mesh->points.size());
     for (const KM::Edge& edge : mesh->edges) to = WriteEdge(edge, to);
     for (const std::int32_t edge : mesh->p2e) *to++ = static_cast<float>(edge);
-    // Hosts that pass another number than 1 fill the room themselves, with points in a form of their own.
+    // With any number but 1 the room is the host's to fill.
     if (withPoints == 1)
         for (const Point& point : mesh->points) to = WritePoint(point, to);
 
@@ -108,9 +106,8 @@ int PINGetPointIdx(KM::PIN* mesh, double toleranceSquared, double x, double y, d
     *index = -1;
     if (mesh == nullptr) return 1;
     const Point at(x, y, z);
-    const auto found = std::find_if(mesh->points.begin(), mesh->points.end(), [&](const Point& node) {
-        return KM::LengthSquared(node - at) < toleranceSquared;
-    });
+    const auto found = std::find_if(mesh->points.begin(), mesh->points.end(),
+                                    [&](const Point& node) { return KM::LengthSquared(node - at) < toleranceSquared; });
     if (found == mesh->points.end()) return 1;
     *index = static_cast<int>(found - mesh->points.begin());
     return 0;

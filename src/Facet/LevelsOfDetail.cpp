@@ -32,7 +32,6 @@ void RequireAtMost(std::size_t count, std::size_t most) {
 int AppendLevel(PIN& mesh, double tolerance, std::vector<KsLod>& lods) {
     KsLod& lod = lods.emplace_back();
     lod.tolerance = tolerance;
-    lod.size = LevelHeader;
     lod.size += BuildStrips(mesh, lod.strips);
     return lod.size;
 }

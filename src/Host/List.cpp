@@ -53,8 +53,8 @@ Block Grow(KmList* list) {
 int KmListMk(int kind, int itemSize, int initial, int growth, int /*flag*/, KmList** result) {
     if (result == nullptr) return 1;
     *result = nullptr;
-    if (FailsNow(KM_HOST_LIST_MK)) return KM_HOST_INJECTED_FAILURE;
     if (itemSize < 1 || initial < 0 || growth < 0) return 1;
+    if (FailsNow(KM_HOST_LIST_MK)) return KM_HOST_INJECTED_FAILURE;
     const int capacity = std::max(1, initial);
     Block items(NewItems(capacity, itemSize));
     if (items == nullptr) return 1;
@@ -66,8 +66,8 @@ int KmListMk(int kind, int itemSize, int initial, int growth, int /*flag*/, KmLi
 }
 
 int KmListSet(KmList* list, int index, const void* item) {
-    if (FailsNow(KM_HOST_LIST_SET)) return KM_HOST_INJECTED_FAILURE;
     if (list == nullptr || item == nullptr || index < 0 || index > list->count) return 1;
+    if (FailsNow(KM_HOST_LIST_SET)) return KM_HOST_INJECTED_FAILURE;
     Block old;
     if (index == list->capacity) {
         old = Grow(list);
@@ -81,8 +81,8 @@ int KmListSet(KmList* list, int index, const void* item) {
 int KmListGetArray(KmList* list, void** items) {
     if (items == nullptr) return 1;
     *items = nullptr;
-    if (FailsNow(KM_HOST_LIST_GET_ARRAY)) return KM_HOST_INJECTED_FAILURE;
     if (list == nullptr) return 1;
+    if (FailsNow(KM_HOST_LIST_GET_ARRAY)) return KM_HOST_INJECTED_FAILURE;
     *items = list->items;
     return 0;
 }
@@ -99,15 +99,15 @@ int KmListDel(KmList** list) {
 }
 
 int KmListReset(KmList* list) {
-    if (FailsNow(KM_HOST_LIST_RESET)) return KM_HOST_INJECTED_FAILURE;
     if (list == nullptr) return 1;
+    if (FailsNow(KM_HOST_LIST_RESET)) return KM_HOST_INJECTED_FAILURE;
     list->count = 0;
     return 0;
 }
 
 int KmListItrInit2(const KmList* list, int /*mode*/, KmListItr* iterator) {
-    if (FailsNow(KM_HOST_LIST_ITR_INIT2)) return KM_HOST_INJECTED_FAILURE;
     if (list == nullptr || iterator == nullptr) return 1;
+    if (FailsNow(KM_HOST_LIST_ITR_INIT2)) return KM_HOST_INJECTED_FAILURE;
     *iterator = {list, 0};
     return 0;
 }
@@ -115,8 +115,8 @@ int KmListItrInit2(const KmList* list, int /*mode*/, KmListItr* iterator) {
 int KmListItrPtr(KmListItr* iterator, void** item) {
     if (item == nullptr) return 1;
     *item = nullptr;
-    if (FailsNow(KM_HOST_LIST_ITR_PTR)) return KM_HOST_INJECTED_FAILURE;
     if (iterator == nullptr || iterator->list == nullptr) return 1;
+    if (FailsNow(KM_HOST_LIST_ITR_PTR)) return KM_HOST_INJECTED_FAILURE;
     if (iterator->next < iterator->list->count) *item = Slot(iterator->list, iterator->next++);
     return 0;
 }

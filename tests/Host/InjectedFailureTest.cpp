@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <thread>
 
 #include "KmHost.h"
@@ -47,6 +48,25 @@ TEST(KmHostFailAfter, OfANegativeNumberTakesTheOrderBack) {
 TEST(KmHostFailAfter, IgnoresServicesThatDoNotExist) {
     KmHostFailAfter(KM_HOST_SERVICE_COUNT, 0);
     EXPECT_EQ(KmHostFailNever(), 0);
+}
+
+TEST(KmHostFailAfter, DoesNotCountCallsThatAreRefusedOrFreeNull) {
+    const int orders = KM_HOST_SERVICE_COUNT;
+    for (int s = 0; s < orders; ++s) KmHostFailAfter(static_cast<KmHostService>(s), 0);
+    void* block = nullptr;
+    KmList* list = nullptr;
+    KmListItr iterator{};
+    EXPECT_EQ(KmMemAlloc(SIZE_MAX, &block), 1);
+    EXPECT_EQ(KmMemFree(&block), 0);
+    EXPECT_EQ(KmMemCpy(nullptr, 1, "x", 1), 1);
+    EXPECT_EQ(KmListMk(2, 0, 1, 1, 0, &list), 1);
+    EXPECT_EQ(KmListSet(nullptr, 0, "x"), 1);
+    EXPECT_EQ(KmListGetArray(nullptr, &block), 1);
+    EXPECT_EQ(KmListDel(&list), 0);
+    EXPECT_EQ(KmListReset(nullptr), 1);
+    EXPECT_EQ(KmListItrInit2(nullptr, 1, &iterator), 1);
+    EXPECT_EQ(KmListItrPtr(&iterator, &block), 1);
+    EXPECT_EQ(KmHostFailNever(), orders);
 }
 
 TEST(KmHostFailNever, TellsHowManyFailuresWereStillWaiting) {

@@ -207,6 +207,7 @@ TEST_F(List, FailsOnDemandAndStaysAsItWas) {
     EXPECT_EQ(KmListDel(&list), KM_HOST_INJECTED_FAILURE);
     EXPECT_EQ(KmListReset(list), KM_HOST_INJECTED_FAILURE);
     EXPECT_EQ(KmListItrInit2(list, 1, &iterator), KM_HOST_INJECTED_FAILURE);
+    EXPECT_EQ(KmListItrInit2(list, 1, &iterator), 0);
     EXPECT_EQ(KmListItrPtr(&iterator, &pointer), KM_HOST_INJECTED_FAILURE);
     EXPECT_EQ(Items(), std::vector<int>{3});
 }

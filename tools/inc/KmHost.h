@@ -45,7 +45,8 @@ enum { KM_HOST_INJECTED_FAILURE = 77 };
 
 /// Lets a developer try how code behaves when the host fails: the next `calls` calls of the service work, and the one
 /// after these does nothing and returns `KM_HOST_INJECTED_FAILURE`. Then the service works again. A negative number
-/// takes the order back. Counts the calls of the calling thread alone; a service that is not in the list is ignored.
+/// takes the order back. Counts the calls of the calling thread alone, and not those that are refused anyway or free
+/// null; a service that is not in the list is ignored.
 KM_HOST_API void KmHostFailAfter(KmHostService service, int calls);
 
 /// Takes all orders of the calling thread back. Returns how many were still waiting.

@@ -100,7 +100,7 @@ KM_HOST_API int KmListReset(KmList* list);
 /// Starts an iteration at the first item. `mode` is 1; the stand-alone host does not read it.
 KM_HOST_API int KmListItrInit2(const KmList* list, int mode, KmListItr* iterator);
 
-/// Stores a pointer to the next item in `*item`, or null at the end.
+/// Stores a pointer to the next item in `*item`, valid until the list grows or is deleted, or null at the end.
 KM_HOST_API int KmListItrPtr(KmListItr* iterator, void** item);
 
 // Bounding boxes: minimum and maximum per dimension, xmin, xmax, ymin, ymax, zmin, zmax.

@@ -14,7 +14,7 @@ namespace KM {
 struct KsLod {
     std::vector<StripFan> strips;
     double tolerance = 0.0;  ///< as the caller asked for it
-    std::int32_t size = 0;   ///< words of this level in the level stream: 3, and n + 1 for each strip of n nodes
+    std::int32_t size = 3;   ///< words in the level stream: 3 of its header, and n + 1 for each strip of n nodes
 };
 
 /// Appends one level that holds the whole mesh as strips, labelled with `*tolerance`. Returns its size in words; 0,

@@ -7,9 +7,9 @@
 
 namespace KM::appl {
 
-// A place for a debugger: both go through one drawing routine whose switches (nodes, edges, labels) are all off, so that a
-// program which calls them shows nothing until somebody turns a switch. What is drawn then goes to the host's drawing
-// services.
+// A place for a debugger: both go through one drawing routine whose switches (nodes, edges, labels) are all off, so
+// that a program which calls them shows nothing until somebody turns a switch. What is drawn then goes to the host's
+// drawing services.
 
 /// Draws the mesh.
 KM_API void Draw(const PIN& mesh);
