@@ -33,8 +33,8 @@ TPoint<double> BorrowedBoundaryNormal(const PIN& mesh, int edge, const TPoint<do
     const int previous = PrevEdge(mesh, edge);
     // C - B itself, and not w - u, which differs in the last bit.
     const TPoint<double> thirdSide = mesh.points[mesh.edges[previous].P0] - mesh.points[mesh.edges[next].P0];
-    // The third node lies on the line of the edge. Unless it lies behind the start, the neighbour across the previous edge
-    // continues the surface; else the one across the next edge does, seen from the other side.
+    // The third node lies on the line of the edge. Unless it lies behind the start, the neighbour across the previous
+    // edge continues the surface; else the one across the next edge does, seen from the other side.
     const bool isShort = LengthSquared(thirdSide) < LengthSquared(u) / ShortSide;
     const bool fromPrevious = isShort || Dot(w, u) > 0.0;
     const int lender = mesh.edges[fromPrevious ? previous : next].TE;

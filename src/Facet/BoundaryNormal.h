@@ -7,8 +7,8 @@ namespace KM {
 /// A vector of at most this length counts as null, and so does one of at most this squared length.
 inline constexpr double NullLength = 1e-12;
 
-/// What `BoundaryNormal` gives where the triangle of `edge` has no height over it; `u` and `w` run from the edge's start to
-/// its end and to the third node.
+/// What `BoundaryNormal` gives where the triangle of `edge` has no height over it; `u` and `w` run from the edge's
+/// start to its end and to the third node.
 TPoint<double> BorrowedBoundaryNormal(const PIN& mesh, int edge, const TPoint<double>& u, const TPoint<double>& w);
 
 /// The unit vector in the plane of the edge's triangle that stands at right angles to the edge and points away from the

@@ -11,12 +11,14 @@ constexpr double HeightToKeep = 0.5;
 
 /// The triangles round the node that leaves, each named by its *link edge*, the one on the far side of that node.
 ///
-/// Walking round a node steps from an edge to its twin and on inside the triangle. Twins name each other, so the walk never
-/// meets an edge twice before it is back at its first one, and ends on any mesh, however folded.
+/// Walking round a node steps from an edge to its twin and on inside the triangle. Twins name each other, so the walk
+/// never meets an edge twice before it is back at its first one, and ends on any mesh, however folded.
 class LeavingFan {
 public:
     LeavingFan(const PIN& mesh, int stay, int leave)
-        : mesh_(mesh), stay_(mesh.points[stay]), leave_(mesh.points[leave]),
+        : mesh_(mesh),
+          stay_(mesh.points[stay]),
+          leave_(mesh.points[leave]),
           hasNoLength_(Length(stay_ - leave_) < NullLength) {}
 
     /// Of an edge inside the surface: the node must be inside too, since it may slide along a boundary edge only.

@@ -13,9 +13,9 @@ constexpr double Beyond = 1e30;
 /// Up to this cost, penalties bring an edge out of a bucket in sane time, and their sums can be taken in strides.
 constexpr double WithinReach = 1e20;
 
-/// Adds penalties to `cost` one by one, rounding each time, until it reaches `bound`; returns how many. Below `WithinReach`
-/// the penalty is a multiple of the last bit, so all sums that stay below the next power of two are exact, and are taken in
-/// one stride.
+/// Adds penalties to `cost` one by one, rounding each time, until it reaches `bound`; returns how many. Below
+/// `WithinReach` the penalty is a multiple of the last bit, so all sums that stay below the next power of two are
+/// exact, and are taken in one stride.
 std::int64_t Raise(double& cost, double bound) {
     std::int64_t added = 0;
     while (cost < bound) {

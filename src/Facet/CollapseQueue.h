@@ -9,8 +9,8 @@ namespace KM {
 
 /// The edges that wait to be collapsed, in buckets by cost, and what else is known of each half-edge.
 ///
-/// Each level of detail has one bucket, and a last one holds what is dearer than all of them. Within a bucket the order is
-/// first in, first out. All steps but the search for a bucket, which is linear in the levels, take constant time and
+/// Each level of detail has one bucket, and a last one holds what is dearer than all of them. Within a bucket the order
+/// is first in, first out. All steps but the search for a bucket, which is linear in the levels, take constant time and
 /// allocate nothing.
 class CollapseQueue {
 public:
@@ -33,8 +33,8 @@ public:
     /// The edge that has waited longest in the bucket, or -1.
     int Oldest(int bucket) const { return ends_[bucket].back; }
 
-    /// Puts the edge into the bucket for `cost`, which need not be its own, and forgets that it was refused. In the bucket
-    /// where it stands already it keeps its place.
+    /// Puts the edge into the bucket for `cost`, which need not be its own, and forgets that it was refused. In the
+    /// bucket where it stands already it keeps its place.
     void Move(int edge, double cost) {
         edges_[edge].retries = 0;
         const int bucket = BucketFor(cost);

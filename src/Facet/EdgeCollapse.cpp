@@ -17,9 +17,20 @@ namespace {
 class Surgery {
 public:
     Surgery(PIN& mesh, int edge, bool keepsStart)
-        : edges_(mesh.edges), keepsStart_(keepsStart), e(edge), e1(edges_[e].NE), e2(PrevEdge(mesh, e)), t(edges_[e].TE),
-          t1(t == -1 ? -1 : edges_[t].NE), t2(t == -1 ? -1 : PrevEdge(mesh, t)), o1(Beyond(e1)), o2(Beyond(e2)),
-          p1(Beyond(t1)), p2(Beyond(t2)), isFolded_(t == e2), isTwoRoundStart_(t1 != -1 && t1 == o2),
+        : edges_(mesh.edges),
+          keepsStart_(keepsStart),
+          e(edge),
+          e1(edges_[e].NE),
+          e2(PrevEdge(mesh, e)),
+          t(edges_[e].TE),
+          t1(t == -1 ? -1 : edges_[t].NE),
+          t2(t == -1 ? -1 : PrevEdge(mesh, t)),
+          o1(Beyond(e1)),
+          o2(Beyond(e2)),
+          p1(Beyond(t1)),
+          p2(Beyond(t2)),
+          isFolded_(t == e2),
+          isTwoRoundStart_(t1 != -1 && t1 == o2),
           isTwoRoundEnd_(t2 != -1 && t2 == o1) {}
 
     CollapsedEdge Perform(CollapseQueue& queue) {

@@ -58,8 +58,8 @@ void EdgePrices::PriceAll() {
 void EdgePrices::FillQueue() {
     for (int e = 0; e < static_cast<int>(mesh_.edges.size()); ++e) {
         const int twin = mesh_.edges[e].TE;
-        // Of a pair only the cheaper half waits. Where both cost the same, neither does until a collapse nearby prices them
-        // anew: on a flat patch that keeps the edges out which no collapse has yet shown to be worth it.
+        // Of a pair only the cheaper half waits. Where both cost the same, neither does until a collapse nearby prices
+        // them anew: on a flat patch that keeps the edges out which no collapse has yet shown to be worth it.
         if (twin == -1 || queue_.Cost(twin) > queue_.Cost(e)) queue_.Move(e, queue_.Cost(e));
     }
 }

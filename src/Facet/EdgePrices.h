@@ -8,8 +8,8 @@
 
 namespace KM {
 
-/// What it costs to collapse each edge: the squared distance of the surviving node from all planes that the removed node
-/// stands for. Keeps the queue of a mesh up to date.
+/// What it costs to collapse each edge: the squared distance of the surviving node from all planes that the removed
+/// node stands for. Keeps the queue of a mesh up to date.
 class EdgePrices {
 public:
     /// Takes the planes of all triangles and of all boundary edges, prices all edges and fills the queue.
@@ -18,8 +18,8 @@ public:
     /// The survivor takes over the planes of the removed node.
     void Merge(int removed, int survivor) { quadrics_[survivor].Add(quadrics_[removed]); }
 
-    /// Prices a half-edge anew and moves it, or its twin if that is cheaper, into its bucket. With `force` the twin is priced
-    /// anew too, for when its far end has changed.
+    /// Prices a half-edge anew and moves it, or its twin if that is cheaper, into its bucket. With `force` the twin is
+    /// priced anew too, for when its far end has changed.
     void Reprice(int edge, bool force);
 
 private:

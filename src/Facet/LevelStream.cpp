@@ -24,7 +24,9 @@ std::size_t StripWords(const KsLod& lod) {
     return words;
 }
 
-std::int32_t* WriteStrips(const FlatLod& lod, std::int32_t* to) { return std::copy(lod.strips.begin(), lod.strips.end(), to); }
+std::int32_t* WriteStrips(const FlatLod& lod, std::int32_t* to) {
+    return std::copy(lod.strips.begin(), lod.strips.end(), to);
+}
 std::int32_t* WriteStrips(const KsLod& lod, std::int32_t* to) {
     for (const StripFan& strip : lod.strips) {
         *to++ = static_cast<std::int32_t>(strip.nodes.size());

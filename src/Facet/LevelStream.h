@@ -15,7 +15,7 @@ inline constexpr int LevelHeader = 3;
 struct FlatLod {
     std::vector<std::int32_t> strips;  ///< per strip the number of its nodes and the nodes, as they are to be read
     double tolerance = 0.0;
-    std::int32_t size = 0;             ///< words of this level in the stream
+    std::int32_t size = 0;  ///< words of this level in the stream
     std::int32_t stripCount = 0;
 };
 

@@ -32,7 +32,6 @@ void RequireAtMost(std::size_t count, std::size_t most) {
 int AppendLevel(PIN& mesh, double tolerance, std::vector<KsLod>& lods) {
     KsLod& lod = lods.emplace_back();
     lod.tolerance = tolerance;
-    lod.size = LevelHeader;
     lod.size += BuildStrips(mesh, lod.strips);
     return lod.size;
 }
@@ -83,9 +82,7 @@ KsLodsTRI KmTriDecimate(int eventCount, const KsEvent* events, int facetCount, c
                         std::span<const double> tolerances) {
     try {
         return KM::DecimateFacets(eventCount, events, facetCount, facets, tolerances);
-    } catch (...) {
-        return {0, 0, nullptr};
-    }
+    } catch (...) { return {0, 0, nullptr}; }
 }
 
 int PINMkVTRISTRIPs(KM::PIN* mesh, int decimate, int* levels, double* tolerances, int* size, int** data) {

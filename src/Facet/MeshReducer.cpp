@@ -21,8 +21,8 @@ bool IsReducible(const PIN& mesh) {
 
 void MeshReducer::RunStage(int level) {
     const double limit = queue_.Threshold(level);
-    // Between two collapses nothing changes a refusal. An edge within ordinary tolerances leaves its bucket at the fourth one,
-    // so a longer series shows a bucket that the penalty cannot empty.
+    // Between two collapses nothing changes a refusal. An edge within ordinary tolerances leaves its bucket at the
+    // fourth one, so a longer series shows a bucket that the penalty cannot empty.
     const std::size_t longestSeries = 4 * mesh_.edges.size();
     std::size_t series = 0;
     for (int bucket = 0; bucket < queue_.BucketCount() && !(queue_.Threshold(bucket) > limit);) {
@@ -57,8 +57,8 @@ void MeshReducer::Turn(int edge, int survivor, bool force) {
     prices_.Reprice(edge, force);
 }
 
-/// Walks round the survivor from the anchor. The edges of the sector used to leave the removed node; the far end of their
-/// twins has moved, so these are priced anew too (`force`).
+/// Walks round the survivor from the anchor. The edges of the sector used to leave the removed node; the far end of
+/// their twins has moved, so these are priced anew too (`force`).
 void MeshReducer::TurnToSurvivor(const CollapsedEdge& collapsed) {
     const auto [survivor, anchor, first, last] = collapsed;
     Turn(anchor, survivor, anchor == first || anchor == last);

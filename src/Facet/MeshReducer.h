@@ -9,11 +9,12 @@
 
 namespace KM {
 
-/// True if the mesh can be reduced: each loop is a triangle, each edge is the twin of its twin, each start node exists, and
-/// no record is dead. Linear time.
+/// True if the mesh can be reduced: each loop is a triangle, each edge is the twin of its twin, each start node exists,
+/// and no record is dead. Linear time.
 bool IsReducible(const PIN& mesh);
 
-/// Collapses edges of a mesh in stages, one for each tolerance. The mesh must be reducible, and is nobody else's meanwhile.
+/// Collapses edges of a mesh in stages, one for each tolerance. The mesh must be reducible, and is nobody else's
+/// meanwhile.
 class MeshReducer {
 public:
     MeshReducer(PIN& mesh, std::span<const double> tolerances)

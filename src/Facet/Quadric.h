@@ -4,8 +4,8 @@
 
 namespace KM {
 
-/// The squared distances of a point from a bundle of weighted planes, as one symmetric form (Garland and Heckbert, "Surface
-/// Simplification Using Quadric Error Metrics").
+/// The squared distances of a point from a bundle of weighted planes, as one symmetric form (Garland and Heckbert,
+/// "Surface Simplification Using Quadric Error Metrics").
 struct Quadric {
     double terms[10] = {};  ///< aa, ab, bb, ac, bc, cc, ad, bd, cd, dd
 

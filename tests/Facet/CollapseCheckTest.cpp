@@ -24,7 +24,8 @@ int EdgeBetween(const PIN& mesh, int start, int end) {
 //  | /   \ |
 //  0 ----- 1
 PIN Envelope(P middle) {
-    return PlainFacetMesh({{P(0, 0, 0), P(4, 0, 0), P(4, 4, 0), P(0, 4, 0), middle}, {0, 1, 4, 1, 2, 4, 2, 3, 4, 3, 0, 4}});
+    return PlainFacetMesh(
+        {{P(0, 0, 0), P(4, 0, 0), P(4, 4, 0), P(0, 4, 0), middle}, {0, 1, 4, 1, 2, 4, 2, 3, 4, 3, 0, 4}});
 }
 
 TEST(MayCollapse, AllowsAnInnerNodeToGo) {
@@ -64,7 +65,8 @@ TEST(MayCollapse, AllowsWhatHasNoLengthWhateverTheFan) {
 //  |  /|\  |      0-1-2 is a straight boundary
 //  0 - 1 - 2
 PIN Strip(P third, P fifth) {
-    return PlainFacetMesh({{P(0, 0, 0), P(1, 0, 0), P(2, 0, 0), third, P(1, 1, 0), fifth}, {0, 1, 4, 1, 2, 4, 0, 4, 3, 2, 5, 4}});
+    return PlainFacetMesh(
+        {{P(0, 0, 0), P(1, 0, 0), P(2, 0, 0), third, P(1, 1, 0), fifth}, {0, 1, 4, 1, 2, 4, 0, 4, 3, 2, 5, 4}});
 }
 
 TEST(MayCollapse, SlidesABoundaryNodeAlongTheBoundary) {

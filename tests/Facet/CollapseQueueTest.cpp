@@ -38,8 +38,8 @@ TEST(CollapseQueue, NothingWaitsAtFirst) {
 
 TEST(CollapseQueue, CostsBelowAThresholdGoIntoItsBucket) {
     CollapseQueue queue(6, std::vector<double>{1.0, 10.0});
-    const double costs[] = {0.0, queue.Threshold(0), 100.0, queue.Threshold(1), 1e40,
-                            std::numeric_limits<double>::quiet_NaN()};
+    const double costs[] = {
+        0.0, queue.Threshold(0), 100.0, queue.Threshold(1), 1e40, std::numeric_limits<double>::quiet_NaN()};
     for (int e = 0; e < 6; ++e) queue.Move(e, costs[e]);
     EXPECT_EQ(Emptied(queue, 0), std::vector<int>{0});
     EXPECT_EQ(Emptied(queue, 1), (std::vector<int>{1, 2}));

@@ -78,7 +78,8 @@ TEST(CollapseEdge, OfAPillowLeavesNothing) {
 }
 
 TEST(CollapseEdge, WithTwoTrianglesRoundTheStartJoinsTheOuterSides) {
-    // (0,1,2) and (0,2,1) share 0-1 and 0-2. By numbers their third sides would pair too; instead, each has a neighbour.
+    // (0,1,2) and (0,2,1) share 0-1 and 0-2. By numbers their third sides would pair too; instead, each has a
+    // neighbour.
     PIN mesh = PlainFacetMesh({std::vector<TPoint<double>>(5), {0, 1, 2, 0, 2, 1, 2, 1, 3, 1, 2, 4}});
     mesh.edges[1].TE = 6;
     mesh.edges[6].TE = 1;

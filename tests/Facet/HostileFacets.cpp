@@ -17,6 +17,9 @@ public:
     int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
     double Unit() { return static_cast<double>(random_()) / 4294967296.0; }
     bool OneIn(int n) { return Below(n) == 0; }
+    // Braces, because the arguments of a call may be evaluated in any order.
+    P Corner(int side) { return P{double(Below(side)), double(Below(side)), double(Below(side))}; }
+    P Offset(double size) { return P{size * Unit(), size * Unit(), size * Unit()}; }
 
 private:
     std::mt19937 random_;
@@ -26,7 +29,7 @@ IndexedFacets Tangle(Dice& dice) {
     IndexedFacets facets;
     const int nodes = 3 + dice.Below(20);
     const int side = 1 + dice.Below(6);
-    for (int i = 0; i < nodes; ++i) facets.points.emplace_back(dice.Below(side), dice.Below(side), dice.Below(side));
+    for (int i = 0; i < nodes; ++i) facets.points.push_back(dice.Corner(side));
     const int count = 1 + dice.Below(60);
     for (int i = 0; i < 3 * count; ++i) facets.triples.push_back(dice.Below(nodes));
     return facets;
@@ -42,13 +45,20 @@ IndexedFacets Terrain(Dice& dice) {
 
 IndexedFacets BaseFacets(Dice& dice) {
     switch (dice.Below(7)) {
-        case 0: return Tangle(dice);
-        case 1: return Terrain(dice);
-        case 2: return SphereFacets(1 + dice.Below(8));
-        case 3: return BumpySphereFacets(1 + dice.Below(8));
-        case 4: return CubeFacets();
-        case 5: return RandomFacets(static_cast<unsigned>(dice.Below(1 << 20)), 1 + dice.Below(120));
-        default: return GridFacets(1 + dice.Below(8));
+        case 0:
+            return Tangle(dice);
+        case 1:
+            return Terrain(dice);
+        case 2:
+            return SphereFacets(1 + dice.Below(8));
+        case 3:
+            return BumpySphereFacets(1 + dice.Below(8));
+        case 4:
+            return CubeFacets();
+        case 5:
+            return RandomFacets(static_cast<unsigned>(dice.Below(1 << 20)), 60);
+        default:
+            return GridFacets(1 + dice.Below(8));
     }
 }
 
@@ -72,7 +82,8 @@ void DropSome(IndexedFacets& facets, Dice& dice) {
 void JoinNodes(IndexedFacets& facets, Dice& dice) {
     const int nodes = static_cast<int>(facets.points.size());
     for (int i = dice.Below(4); i > 0; --i) {
-        const int from = dice.Below(nodes), to = dice.Below(nodes);
+        const int from = dice.Below(nodes);
+        const int to = dice.Below(nodes);
         std::replace(facets.triples.begin(), facets.triples.end(), from, to);
     }
 }
@@ -83,15 +94,22 @@ void MovePoints(IndexedFacets& facets, Dice& dice) {
     for (int i = dice.Below(nodes) + 1; i > 0; --i) {
         P& p = facets.points[dice.Below(nodes)];
         const P& other = facets.points[dice.Below(nodes)];
-        if (dice.OneIn(3)) p = other;
-        else if (dice.OneIn(2)) p = other + P(tiny * dice.Unit(), 0, tiny * dice.Unit());
-        else p = p + P(tiny * dice.Unit(), tiny * dice.Unit(), tiny * dice.Unit());
+        if (dice.OneIn(3))
+            p = other;
+        else if (dice.OneIn(2))
+            p.X = other.X + tiny * dice.Unit();
+        else
+            p = p + dice.Offset(tiny);
     }
 }
 
 void PoisonPoints(IndexedFacets& facets, Dice& dice) {
-    const double poison[] = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
-                             -std::numeric_limits<double>::infinity(), 1e200, -1e160, 1e-300};
+    const double poison[] = {std::numeric_limits<double>::quiet_NaN(),
+                             std::numeric_limits<double>::infinity(),
+                             -std::numeric_limits<double>::infinity(),
+                             1e200,
+                             -1e160,
+                             1e-300};
     for (int i = 1 + dice.Below(3); i > 0; --i) {
         P& p = facets.points[dice.Below(static_cast<int>(facets.points.size()))];
         (dice.OneIn(2) ? p.X : p.Z) = poison[dice.Below(6)];

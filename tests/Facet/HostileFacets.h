@@ -10,8 +10,8 @@
 
 namespace KM::Test {
 
-/// One of many kinds of trouble, chosen by the seed: several sheets on one edge, duplicate and reversed facets, degenerate
-/// triangles, nodes at one place, ties, flat closed solids, needles, holes, coordinates that are no numbers.
+/// One of many kinds of trouble, chosen by the seed: several sheets on one edge, duplicate and reversed facets,
+/// degenerate triangles, nodes at one place, ties, flat closed solids, needles, holes, coordinates that are no numbers.
 IndexedFacets HostileFacets(unsigned seed);
 
 /// Ascending, equal, unsorted, zero, negative or large, as the seed says; one to five of them, around `size`.

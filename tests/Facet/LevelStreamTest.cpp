@@ -22,7 +22,8 @@ KsLod Level(double tolerance, std::vector<StripFan> strips) {
 }
 
 TEST(LodsToTRI, WritesHeadersAndStripsInReadingOrder) {
-    const std::vector<KsLod> lods{Level(0.5, {{{7, 8, 9}, 1}, {{1, 2, 3, 4}, 2}, {{5, 6, 7}, 3}}), Level(2.25, {{{1, 2, 3}, 1}})};
+    const std::vector<KsLod> lods{Level(0.5, {{{7, 8, 9}, 1}, {{1, 2, 3, 4}, 2}, {{5, 6, 7}, 3}}),
+                                  Level(2.25, {{{1, 2, 3}, 1}})};
     const OwnedStream stream(LodsToTRI(lods, 23));
     EXPECT_EQ(stream->lodCount, 2);
     EXPECT_EQ(stream->size, 23);
@@ -31,8 +32,8 @@ TEST(LodsToTRI, WritesHeadersAndStripsInReadingOrder) {
 
 TEST(LodsToTRI, LeavesOutALevelOfTheSizeOfTheOneBefore) {
     // The third is compared with the second, although that was left out; the last is like the first only.
-    const std::vector<KsLod> lods{Level(1, {{{1, 2, 3}, 1}}), Level(2, {{{4, 5, 6}, 1}}), Level(3, {{{7, 8, 9}, 1}}), Level(4, {}),
-                                  Level(5, {{{1, 2, 3}, 1}})};
+    const std::vector<KsLod> lods{Level(1, {{{1, 2, 3}, 1}}), Level(2, {{{4, 5, 6}, 1}}), Level(3, {{{7, 8, 9}, 1}}),
+                                  Level(4, {}), Level(5, {{{1, 2, 3}, 1}})};
     const OwnedStream stream(LodsToTRI(lods, 31));
     EXPECT_EQ(stream->lodCount, 3);
     EXPECT_EQ(stream->size, 31);
@@ -51,10 +52,20 @@ TEST(LodsToTRI, TruncatesTheToleranceTowardZero) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
     constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
-    const struct { double tolerance; std::int32_t word; } cases[] = {
-        {0.0, 0},        {0.0000199, 1},     {-0.0000199, -1},   {21474.83648, most}, {1e20, most}, {-1e20, least},
-        {infinity, most}, {-infinity, least}, {std::numeric_limits<double>::quiet_NaN(), 0}};
-    for (const auto& c : cases) EXPECT_EQ(OwnedStream(LodsToTRI({Level(c.tolerance, {})}, 3)).Words()[0], c.word) << c.tolerance;
+    const struct {
+        double tolerance;
+        std::int32_t word;
+    } cases[] = {{0.0, 0},
+                 {0.0000199, 1},
+                 {-0.0000199, -1},
+                 {21474.83648, most},
+                 {1e20, most},
+                 {-1e20, least},
+                 {infinity, most},
+                 {-infinity, least},
+                 {std::numeric_limits<double>::quiet_NaN(), 0}};
+    for (const auto& c : cases)
+        EXPECT_EQ(OwnedStream(LodsToTRI({Level(c.tolerance, {})}, 3)).Words()[0], c.word) << c.tolerance;
 }
 
 void ExpectThrowsAtTheKnownPlace(const std::vector<KsLod>& lods, int size) {

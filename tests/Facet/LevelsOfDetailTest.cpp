@@ -28,8 +28,8 @@ using KmTriDecimateDeathTest = KmTriDecimateTest;
 KsLodsTRI Decimate(const IndexedFacets& facets, std::span<const double> tolerances) {
     const std::vector<KsEvent> events = EventsOf(facets);
     const std::vector<KsShadingfacet> records = RecordsOf(facets);
-    return KmTriDecimate(static_cast<int>(events.size()), events.data(), static_cast<int>(records.size()), records.data(),
-                         tolerances);
+    return KmTriDecimate(static_cast<int>(events.size()), events.data(), static_cast<int>(records.size()),
+                         records.data(), tolerances);
 }
 
 void ExpectNothing(const KsLodsTRI& result) {
@@ -184,9 +184,11 @@ TEST(PINMkVTRISTRIPsDeathTest, EndsTheProcessOnABrokenContract) {
     double tolerances[] = {1.0};
     PIN mesh = Cube();
     StripsCall call{-1};
-    EXPECT_DEATH(PINMkVTRISTRIPs(&mesh, 1, &call.levels, tolerances, &call.size, &call.data), "PINMkVTRISTRIPs: the number");
+    EXPECT_DEATH(PINMkVTRISTRIPs(&mesh, 1, &call.levels, tolerances, &call.size, &call.data),
+                 "PINMkVTRISTRIPs: the number");
     call.levels = 1;
-    EXPECT_DEATH(PINMkVTRISTRIPs(&mesh, 1, &call.levels, nullptr, &call.size, &call.data), "PINMkVTRISTRIPs: tolerances");
+    EXPECT_DEATH(PINMkVTRISTRIPs(&mesh, 1, &call.levels, nullptr, &call.size, &call.data),
+                 "PINMkVTRISTRIPs: tolerances");
 }
 
 }  // namespace

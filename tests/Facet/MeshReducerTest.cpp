@@ -24,7 +24,9 @@ constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
 int TriangleCount(const PIN& mesh) { return static_cast<int>(TrianglesOf(mesh).size()); }
 
-std::vector<std::array<int, 3>> TrianglesOfLevel(const KsLod& lod) { return ReadLevels(PlainStream({lod})).at(0).triangles; }
+std::vector<std::array<int, 3>> TrianglesOfLevel(const KsLod& lod) {
+    return ReadLevels(PlainStream({lod})).at(0).triangles;
+}
 
 /// The links of the alive records, without `p2e`, which reducing does not maintain.
 std::string FirstBrokenLink(PIN mesh) {
@@ -74,8 +76,9 @@ TEST(MeshReducer, IsThePlainRuleWherePenaltiesTakeManyRounds) {
 }
 
 TEST(MeshReducer, EndsForAnyTolerance) {
-    const std::vector<std::vector<double>> lists{{Infinity}, {NaN},           {1e15},  {1e200, 1e300}, {NaN, 1.0, NaN},
-                                                 {-Infinity}, {0.0, 1e12, 5.0}, {1e10}, {1e14, 1e16}};
+    const std::vector<std::vector<double>> lists{{Infinity},       {NaN},           {1e15},
+                                                 {1e200, 1e300},   {NaN, 1.0, NaN}, {-Infinity},
+                                                 {0.0, 1e12, 5.0}, {1e10},          {1e14, 1e16}};
     for (const std::vector<double>& tolerances : lists)
         for (unsigned seed = 0; seed < 60; ++seed) {
             SCOPED_TRACE(testing::Message() << "first tolerance " << tolerances[0] << " seed " << seed);
@@ -198,9 +201,9 @@ TEST(MeshReducer, NothingCollapsesAtAFirstToleranceOfZero) {
 }
 
 TEST(BuildDecimatedLods, RefusesBrokenMeshesUntouched) {
-    const auto breakings = {+[](Edge& e) { e.NE = -1; },  +[](Edge& e) { e.NE = 1000; }, +[](Edge& e) { e.NE = 4; },
-                            +[](Edge& e) { e.TE = -2; },  +[](Edge& e) { e.TE = 1000; }, +[](Edge& e) { e.TE = 5; },
-                            +[](Edge& e) { e.P0 = -1; },  +[](Edge& e) { e.P0 = 1000; }, +[](Edge& e) { e = Edge(); },
+    const auto breakings = {+[](Edge& e) { e.NE = -1; }, +[](Edge& e) { e.NE = 1000; }, +[](Edge& e) { e.NE = 4; },
+                            +[](Edge& e) { e.TE = -2; }, +[](Edge& e) { e.TE = 1000; }, +[](Edge& e) { e.TE = 5; },
+                            +[](Edge& e) { e.P0 = -1; }, +[](Edge& e) { e.P0 = 1000; }, +[](Edge& e) { e = Edge(); },
                             +[](Edge& e) { e.NE = 0; }};
     const double tolerance = 1.0;
     int which = 0;

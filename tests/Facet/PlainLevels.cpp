@@ -31,7 +31,10 @@ struct PlainQuadric {
 class PlainReducer {
 public:
     PlainReducer(PIN& mesh, const std::vector<double>& tolerances)
-        : mesh_(mesh), quadrics_(mesh.points.size()), places_(mesh.edges.size(), {-1, {}}), keepStart_(mesh.edges.size(), false),
+        : mesh_(mesh),
+          quadrics_(mesh.points.size()),
+          places_(mesh.edges.size(), {-1, {}}),
+          keepStart_(mesh.edges.size(), false),
           retries_(mesh.edges.size(), 0) {
         double scale = 1.0;
         for (const double tolerance : tolerances) {
@@ -98,8 +101,8 @@ private:
     double Value(int node, P p) const {
         const double* q = quadrics_[node].q;
         const double sum = (q[0] * p.X + q[1] * p.Y + q[3] * p.Z) * p.X + (q[1] * p.X + q[2] * p.Y + q[4] * p.Z) * p.Y +
-                           (q[3] * p.X + q[4] * p.Y + q[5] * p.Z) * p.Z +
-                           2 * (q[6] * p.X + q[7] * p.Y + q[8] * p.Z) + q[9];
+                           (q[3] * p.X + q[4] * p.Y + q[5] * p.Z) * p.Z + 2 * (q[6] * p.X + q[7] * p.Y + q[8] * p.Z) +
+                           q[9];
         return sum < 0.0 ? 0.0 : sum;
     }
 
@@ -251,9 +254,12 @@ private:
         const int survivor = k ? P0(e) : P0(e1);
 
         enum { Folded, AtStart, AtEnd, Other } situation = Other;
-        if (t == e2) situation = Folded;
-        else if (t1 == o2 && t1 != -1) situation = AtStart;
-        else if (o1 == t2 && o1 != -1) situation = AtEnd;
+        if (t == e2)
+            situation = Folded;
+        else if (t1 == o2 && t1 != -1)
+            situation = AtStart;
+        else if (o1 == t2 && o1 != -1)
+            situation = AtEnd;
         if (situation == Folded) {
             SetTE(o1, -1);
         } else if (situation == AtStart) {
@@ -285,10 +291,14 @@ private:
         }
 
         int anchor = -1;
-        if (alive(p2) != -1) anchor = p2;
-        else if (alive(o2) != -1) anchor = o2;
-        else if (o1 != -1 && (NE(o1) == -1 ? p1 == -1 : !dying(NE(o1)))) anchor = NE(o1);
-        else if (p1 != -1 && !dying(NE(p1))) anchor = NE(p1);
+        if (alive(p2) != -1)
+            anchor = p2;
+        else if (alive(o2) != -1)
+            anchor = o2;
+        else if (o1 != -1 && (NE(o1) == -1 ? p1 == -1 : !dying(NE(o1))))
+            anchor = NE(o1);
+        else if (p1 != -1 && !dying(NE(p1)))
+            anchor = NE(p1);
 
         for (const int x : {e2, e1, e, t2, t1, t}) {
             if (x == -1 || NE(x) == -1) continue;
@@ -354,7 +364,6 @@ private:
     std::vector<std::pair<int, std::list<int>::iterator>> places_;
     std::vector<bool> keepStart_;
     std::vector<int> retries_;
-
 };
 
 }  // namespace
@@ -402,13 +411,16 @@ std::vector<std::int32_t> PlainStream(const std::vector<KsLod>& lods) {
     std::vector<std::int32_t> words;
     for (std::size_t i = 0; i < lods.size(); ++i) {
         if (i > 0 && lods[i].size == lods[i - 1].size) continue;
-        words.push_back(static_cast<std::int32_t>(std::clamp(lods[i].tolerance * 100000.0, -2147483648.0, 2147483647.0)));
+        words.push_back(
+            static_cast<std::int32_t>(std::clamp(lods[i].tolerance * 100000.0, -2147483648.0, 2147483647.0)));
         words.push_back(lods[i].size);
         words.push_back(static_cast<std::int32_t>(lods[i].strips.size()));
         for (const StripFan& strip : lods[i].strips) {
             words.push_back(static_cast<std::int32_t>(strip.nodes.size()));
-            if (strip.kind == 2) words.insert(words.end(), strip.nodes.rbegin(), strip.nodes.rend());
-            else words.insert(words.end(), strip.nodes.begin(), strip.nodes.end());
+            if (strip.kind == 2)
+                words.insert(words.end(), strip.nodes.rbegin(), strip.nodes.rend());
+            else
+                words.insert(words.end(), strip.nodes.begin(), strip.nodes.end());
         }
     }
     return words;

@@ -17,24 +17,33 @@ struct KsLod {
     std::int32_t size = 3;   ///< words in the level stream: 3 of its header, and n + 1 for each strip of n nodes
 };
 
-/// Appends one level that holds the whole mesh as strips, labelled with `*tolerance`. Returns its size in words; 0, with
-/// nothing appended, for a null pointer.
+/// Appends one level that holds the whole mesh as strips, labelled with `*tolerance`. Returns its size in words; 0,
+/// with nothing appended, for a null pointer.
 KM_API int BuildSingleLod(PIN& mesh, const double* tolerance, std::vector<KsLod>& lods);
 
 /// Reduces the mesh in stages by collapsing edges, cheapest quadric error first (Garland and Heckbert, "Surface
 /// Simplification Using Quadric Error Metrics"), and appends each stage as a level.
 ///
-/// Each collapse keeps one of the two nodes; no point moves. The mesh is changed: collapsed edges are left as dead slots,
-/// `p2e` is not maintained, and the last level is what the mesh holds afterwards.
+/// Each collapse keeps one of the two nodes; no point moves. The mesh is changed: collapsed edges are left as dead
+/// slots, `p2e` is not maintained, and the last level is what the mesh holds afterwards.
 ///
 /// @param mesh        triangles in three consecutive edge slots each, as the builders make them, without dead slots
 /// @param levels      number of tolerances
 /// @param tolerances  distances in model units, ascending; neither sorted nor checked
-/// @return            the words of all levels; 0, with mesh and `lods` untouched, when `levels` is negative, `tolerances`
-///                    is null although `levels` is not 0, or a record of the mesh is dead or names what does not exist
+/// @return            the words of all levels; 0, with mesh and `lods` untouched, when `levels` is negative,
+/// `tolerances`
+///                    is null although `levels` is not 0, or the mesh has a record that is dead, names what does not
+///                    exist, lies on no triangle, or is not the twin of its twin
+/// @throws            `std::length_error` when the words of all levels exceed an `int`
+///
+/// An edge whose collapse would turn a triangle over waits, and is put off for good at the fourth refusal. Above a
+/// tolerance of about 1e10 that can take practically for ever; a stage then ends where nothing more can be collapsed.
 KM_API int BuildDecimatedLods(PIN& mesh, int levels, const double* tolerances, std::vector<KsLod>& lods);
 
 /// Flattens levels into the stream. A level of the same size as the one before it in `lods` is left out.
+///
+/// The first word of a level is its tolerance times 100000, truncated toward zero; beyond the range of a word it is the
+/// nearest one, and 0 for not-a-number.
 ///
 /// @param size  words to reserve: the sum of the levels' sizes
 /// @throws KmException when `KmMemAlloc` fails, or when the levels do not fit into `size`
@@ -45,22 +54,29 @@ KM_API KsLodsTRI LodsToTRI(const std::vector<KsLod>& lods, int size);
 using KM::KsLod;
 using KM::LodsToTRI;
 
-/// The whole way from host facets to a level stream: builds a mesh from the records, reduces it if `KgApplFacetDecimate`
-/// is not 0, and flattens the levels.
+/// The whole way from host facets to a level stream: builds a mesh from the records, reduces it if
+/// `KgApplFacetDecimate` is not 0, and flattens the levels.
 ///
 /// @param tolerances  distances in model units, ascending, one level each; without reduction only the first one counts,
 ///                    and an empty list then ends the process
-/// @return            owned by the caller (`KmMemFree` its `data`); {0, 0, null} when anything fails, a pointer is null, a
+/// @return            owned by the caller (`KmMemFree` its `data`); {0, 0, null} when anything fails, a pointer is
+/// null, a
 ///                    count is negative or a facet names an event that does not exist
 KM_API KsLodsTRI KmTriDecimate(int eventCount, const KsEvent* events, int facetCount, const KsShadingfacet* facets,
                                std::span<const double> tolerances);
 
 /// Levels of detail of a mesh that the host already holds.
 ///
-/// @param decimate    0: one level of the whole mesh, labelled `tolerances[0]`; else reduced levels, which change the mesh
+/// @param decimate    0: one level of the whole mesh, labelled `tolerances[0]`; else reduced levels, which change the
+/// mesh
 /// @param levels      in: number of tolerances (negative, with `decimate`, ends the process); out: levels in the stream
-/// @param tolerances  must not be null where it is read: the process ends
+/// @param tolerances  null, with `decimate` and `*levels` not 0, ends the process
 /// @param size        out: words of all levels, with those that the stream leaves out
-/// @param data        out: the level stream of `KsLodsTRI`, owned by the caller (`KmMemFree`)
-/// @return            0. Failures pass as exceptions: `KmException`, or those of the standard containers.
-extern "C" KM_API int PINMkVTRISTRIPs(KM::PIN* mesh, int decimate, int* levels, double* tolerances, int* size, int** data);
+/// @param data        out: the level stream of `KsLodsTRI`, owned by the caller (`KmMemFree`); without levels when the
+/// mesh
+///                    cannot be reduced (see `BuildDecimatedLods`)
+/// @return            0; 1, with nothing written, for any other null. Failures pass as exceptions: `KmException`, or
+/// those of
+///                    the standard containers, such as `std::length_error` for more than 134217727 levels.
+extern "C" KM_API int PINMkVTRISTRIPs(KM::PIN* mesh, int decimate, int* levels, double* tolerances, int* size,
+                                      int** data);
