@@ -89,6 +89,13 @@ TEST(PrevEdge, OfNoAliveEdgeIsMinusOne) {
     EXPECT_EQ(PrevEdge(PIN(), 0), -1);
 }
 
+// A walk over as many links as there are edges, for each dead one, would take minutes here.
+TEST(PrevEdge, OfADeadEdgeTakesNoWalk) {
+    PIN mesh;
+    mesh.edges.resize(300000);
+    for (int e = 0; e < EdgeCount(mesh); ++e) ASSERT_EQ(PrevEdge(mesh, e), -1);
+}
+
 TEST(PrevEdge, EndsWhereTheLoopDoesNotComeBack) {
     const PIN mesh = TailIntoCircle();
     EXPECT_EQ(PrevEdge(mesh, 0), -1);

@@ -21,6 +21,7 @@ inline int PrevEdge(const Mesh& mesh, int edge) {
     for (std::size_t left = count; left != 0; --left) {
         const int following = next(previous);
         if (following == edge) return previous;
+        if (following == -1) return -1;
         previous = following;
     }
     return -1;
