@@ -3,6 +3,7 @@
 #include <span>
 
 #include "Facet/StripLoops.h"
+#include "Facet/StripScouts.h"
 
 namespace KM {
 
@@ -16,9 +17,11 @@ public:
     template <class Emit>
     void Cut(Emit& emit) {
         std::vector<int> leftovers;
+        StripScouts scouts(loops_);
         for (int e = 0; e < loops_.Count(); ++e) {
+            scouts.Reach(e);
             if (!loops_.CanTake(e)) continue;
-            if (loops_.IsUntaken(loops_.Twin(e)) && loops_.IsUntaken(loops_.Twin(loops_.Next(e))))
+            if (HasFreeWays(loops_, e))
                 StripFrom(e, emit);
             else
                 leftovers.push_back(e);
@@ -33,11 +36,10 @@ private:
     /// Appends the nodes that a walk from `edge` finds, and returns an edge of the last triangle taken.
     int Walk(int edge, std::vector<int>& nodes) {
         int last = -1;
-        for (bool acrossNext = true; loops_.CanTake(edge); acrossNext = !acrossNext) {
-            loops_.Take(edge);
-            last = edge;
-            nodes.push_back(loops_.Node(loops_.Third(edge)));
-            edge = loops_.Twin(acrossNext ? loops_.Next(edge) : loops_.Previous(edge));
+        for (StripWalk walk{edge}; loops_.CanTake(walk.edge); walk.Step(loops_)) {
+            last = walk.edge;
+            loops_.Take(last);
+            nodes.push_back(loops_.Node(loops_.Third(last)));
         }
         return last;
     }

@@ -56,7 +56,9 @@ int SplitLeaf(KsHierStrip& leaf) {
     KsLim1 half[3];
     int code = HalfBox(leaf, Side::Low, half);
     if (code == 0) code = KmHierStripMk(half, 0, leaf.withCounts, &leaf.low);
-    if (code == 0) code = HalfBox(leaf, Side::High, half);
+    // Where only the low child could not be made earlier, the high one holds strips already.
+    if (code != 0 || leaf.high != nullptr) return code;
+    code = HalfBox(leaf, Side::High, half);
     if (code == 0) code = KmHierStripMk(half, 0, leaf.withCounts, &leaf.high);
     return code;
 }

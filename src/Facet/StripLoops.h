@@ -8,9 +8,16 @@
 
 namespace KM {
 
+/// Asks for the cache line at `address` and does not wait for it.
+inline void FetchLine([[maybe_unused]] const void* address) {
+#if defined(__GNUC__)
+    __builtin_prefetch(address);
+#endif
+}
+
 // The faces of a mesh as the strip cutter sees them, in two forms with the same answers: edge indices, their links, and
-// whether a face has been taken. Edges that are dead, or from which `NE` does not lead round a loop, cannot be taken;
-// a twin that does not exist is none.
+// whether a face has been taken. Edges that are dead, or from which `NE` does not lead round a loop, cannot be taken; a
+// twin that does not exist is none. `Fetch` announces that an edge, or none, will be read soon.
 //
 //      P0(Third)
 //       /    \        On a triangle the third edge is the previous one.
@@ -36,6 +43,9 @@ public:
     bool CanTake(int edge) const { return edge != -1 && states_[Triangle(edge)] == State::Free; }
     void Take(int edge) { states_[Triangle(edge)] = State::Taken; }
     void GiveBack(int edge) { states_[Triangle(edge)] = State::Free; }
+    void Fetch(int edge) const {
+        if (edge != -1) FetchLine(&links_[edge]);
+    }
 
 private:
     enum class State : std::uint8_t { Free, Taken, Dead };
@@ -65,12 +75,18 @@ public:
     int Twin(int edge) const { return edges_[edge].TE; }
     int Node(int edge) const { return edges_[edge].P0; }
 
-    bool IsUntaken(int edge) const { return edge >= 0 && edge < Count() && !taken_[edge]; }
+    bool IsUntaken(int edge) const { return Exists(edge) && !taken_[edge]; }
     bool CanTake(int edge) const { return IsUntaken(edge) && previous_[edge] != -1; }
     void Take(int edge) { Mark(edge, 1); }
     void GiveBack(int edge) { Mark(edge, 0); }
+    void Fetch(int edge) const {
+        if (!Exists(edge)) return;
+        FetchLine(&edges_[edge]);
+        FetchLine(&previous_[edge]);
+    }
 
 private:
+    bool Exists(int edge) const { return edge >= 0 && edge < Count(); }
     void Mark(int edge, char taken) { taken_[edge] = taken_[Next(edge)] = taken_[Previous(edge)] = taken; }
 
     const Edge* edges_;

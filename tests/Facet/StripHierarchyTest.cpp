@@ -370,6 +370,20 @@ TEST(KmHierStripAdd, GoesOnWithTheOneChildThatASplitCouldMake) {
     EXPECT_EQ(tree.root->stripCount, Full + 1);
 }
 
+TEST(KmHierStripAdd, KeepsTheHighChildWhenTheLowOneIsMadeLater) {
+    Tree tree;
+    KmHostFailAfter(KM_HOST_MEM_ALLOC, 1);
+    KmHierStripMk(UnitBox.data(), 1, 1, &tree.root);
+    ASSERT_EQ(tree.root->low, nullptr);
+    EXPECT_EQ(Add(Above, {-1}, tree.root), 0);
+    for (int i = 0; i < Full; ++i) Add(Below, {i}, tree.root);
+    EXPECT_EQ(tree.root->stripCount, Full);
+    EXPECT_EQ(Add(Below, {-2}, tree.root), 0);
+    ASSERT_NE(tree.root->low, nullptr);
+    EXPECT_EQ(Words(tree.root->low), (std::vector<int>{1, -2}));
+    EXPECT_EQ(Words(tree.root->high), (std::vector<int>{1, -1}));
+}
+
 // Freeing
 
 TEST(KmHierStripFree, IgnoresNull) {

@@ -15,7 +15,7 @@ struct StripFan {
 };
 
 /// Cuts the mesh into strips and appends them to `strips`. Every alive triangle lands in exactly one strip, long strips
-/// first. Dead records are skipped; the mesh is not changed.
+/// first. Dead records, and edges from which `NE` leads round no loop, are skipped; the mesh is not changed.
 ///
 /// @return the sum of n + 1 over the new strips of n nodes
 KM_API int BuildStrips(PIN& mesh, std::vector<StripFan>& strips);
