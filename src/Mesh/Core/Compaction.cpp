@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "Mesh/Core/Loops.h"
 #include "Mesh/Core/NodeCompaction.h"
 #include "Mesh/Core/PreviousEdges.h"
 #include "Mesh/Core/SafeLinks.h"
@@ -81,7 +82,7 @@ void DeleteLoop(Mesh& mesh, int e) {
 template <class Mesh>
 void MoveEdgeRecord(Mesh& mesh, int from, int to, VisitorOf<Mesh>& visitor) {
     if (from == to || !IsAliveEdge(mesh, from) || !IsEdge(mesh, to)) return;
-    MoveRecord(mesh, PreviousOrNone(mesh, from), from, to, visitor);
+    MoveRecord(mesh, PrevEdge(mesh, from), from, to, visitor);
 }
 
 template <class Mesh>
@@ -103,7 +104,7 @@ template <class Mesh>
 void DeleteTriangle(Mesh& mesh, int e) {
     if (!IsAliveEdge(mesh, e)) return;
     const int ne = mesh.edges[e].NE;
-    const int pe = PreviousOrNone(mesh, e);
+    const int pe = PrevEdge(mesh, e);
     if (pe == -1) return;
     for (const int edge : {e, ne, pe}) OrphanTwin(mesh, edge);
     for (const int edge : {e, ne, pe}) mesh.edges[edge] = Edge();

@@ -4,16 +4,12 @@
 
 #include "Mesh/Core/Loops.h"
 #include "Mesh/Core/Pin.h"
+#include "Mesh/Core/SafeLinks.h"
 
 namespace KM {
 
 // Walks over loops and fans that allocate nothing. A mesh under edit can hold a link that leads nowhere: to a dead
 // record, or out of the vector. Every walk takes such a link for the end of the surface.
-
-template <class Mesh>
-inline bool IsAliveEdge(const Mesh& mesh, int edge) {
-    return static_cast<std::size_t>(edge) < mesh.edges.size() && mesh.edges[edge].NE != -1;
-}
 
 /// The node in which an alive edge ends, or -1 where its `NE` leads nowhere.
 template <class Mesh>

@@ -37,19 +37,6 @@ std::int32_t ThirdOfTriangle(const Mesh& mesh, std::int32_t e) {
     return IsEdge(mesh, third) && mesh.edges[third].NE == e ? third : -1;
 }
 
-/// What `PrevEdge` gives, or -1 when the walk from `e` does not lead back to it.
-template <class Mesh>
-std::int32_t PreviousOrNone(const Mesh& mesh, std::int32_t e) {
-    const std::int32_t third = ThirdOfTriangle(mesh, e);
-    if (third != -1) return third;
-    std::int32_t x = e;
-    for (std::size_t steps = 0; steps < mesh.edges.size() && IsEdge(mesh, x); ++steps) {
-        if (mesh.edges[x].NE == e) return x;
-        x = mesh.edges[x].NE;
-    }
-    return -1;
-}
-
 /// Makes an orphan of the twin of `e`.
 template <class Mesh>
 void OrphanTwin(Mesh& mesh, std::int32_t e) {
