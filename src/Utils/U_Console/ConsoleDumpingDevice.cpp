@@ -1,0 +1,89 @@
+#include "Utils/U_Console/ConsoleDumpingDevice.h"
+
+#include <cstdio>
+#include <memory>
+
+#include "Utils/U_Console/Console.h"
+#include "Utils/U_Console/ConsoleState.h"
+#include "Utils/U_Settings/Settings.h"
+
+namespace KM {
+namespace {
+
+bool isFirstLine = true;  // of the process, whatever the device
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
+
+/// What a dump shows of a row of the console: up to 50 blanks in a row behind the first other byte, without those at the end.
+std::string ShownPart(const std::string& row) {
+    constexpr int mostBlanks = 50;
+    std::size_t end = 0;
+    int blanks = 0;
+    for (std::size_t i = row.find_first_not_of(' '); i < row.size() && blanks < mostBlanks; ++i) {
+        blanks = row[i] == ' ' ? blanks + 1 : 0;
+        if (row[i] != ' ') end = i + 1;
+    }
+    return row.substr(0, end);
+}
+
+void DumpScreen(std::FILE* file) {
+    constexpr int mostBlankRows = 10;
+    int blankRows = 0;
+    for (const std::string& row : Console::Screen().Rows()) {
+        const std::string text = ShownPart(row);
+        if (text.empty()) {
+            if (++blankRows == mostBlankRows) return;
+            continue;
+        }
+        std::fprintf(file, "%s%s\n", std::string(static_cast<std::size_t>(blankRows), '\n').c_str(), text.c_str());
+        blankRows = 0;
+    }
+}
+
+}  // namespace
+
+ConsoleDumpingDevice::ConsoleDumpingDevice(std::ostream& stream) : stream_(stream) { Console::Init(); }
+
+void ConsoleDumpingDevice::SetTitle(const std::string& title) { Console::SetTitle(stream_, title); }
+
+void ConsoleDumpingDevice::FgColorB(int color) {
+    // On a light background 0 stands for white, unlike in `AnalyzeColor`.
+    if (!IsDarkBackground() && color == 0) color = 15;
+    else AnalyzeColor(color);
+    Console::SetForeground(color);
+}
+
+void ConsoleDumpingDevice::BkColorB(int color) { Console::SetBackground(color); }
+
+void ConsoleDumpingDevice::Write(const std::string& text) { Console::Put(stream_, text); }
+
+void ConsoleDumpingDevice::OnBegin() {
+    line_.lock();
+    if (!isFirstLine) Console::Put(stream_, "\n");
+    isFirstLine = false;
+}
+
+void ConsoleDumpingDevice::OnEnd() { line_.unlock(); }
+
+void ConsoleDumpingDevice::Reset() {
+    isFirstLine = true;
+    if (Settings::ToBool("Console.Init")) Console::Init();
+    Console::SetSizes(132, 65, 500, 3000);
+    Console::Clear();
+}
+
+void ConsoleDumpingDevice::ApplyBackground() { BkColorB(IsDarkBackground() ? 0 : 15); }
+
+void ConsoleDumpingDevice::DumpAll(const std::string& file) {
+    const OpenFile start(std::fopen(file.c_str(), "w"));
+    if (start == nullptr) return;
+    const std::string formatter = Settings::ToString("Console.XSLTFormatter");
+    if (!formatter.empty())
+        std::fprintf(start.get(), "<?xml-stylesheet type=\"text/xsl\" href=\"%s\"?>\n", formatter.c_str());
+    if (Console::IsDumpEnabled()) DumpScreen(start.get());
+}
+
+}  // namespace KM
