@@ -39,10 +39,13 @@ std::string Sgr(int attribute) {
     if (attribute == PlainAttribute) return "\x1b[0m";
     const int foreground = attribute & 15;
     const int background = (attribute >> 4) & 15;
-    std::string text = "\x1b[0;" + std::to_string((foreground < 8 ? 30 : 90) + TerminalColor(foreground & 7));
-    if (background != 0)
-        text += ";" + std::to_string((background < 8 ? 40 : 100) + TerminalColor(background & 7));
-    return text + "m";
+    std::string text("\x1b[0;");
+    text += std::to_string((foreground < 8 ? 30 : 90) + TerminalColor(foreground & 7));
+    if (background != 0) {
+        text += ';';
+        text += std::to_string((background < 8 ? 40 : 100) + TerminalColor(background & 7));
+    }
+    return text + 'm';
 }
 
 void ApplyColors() {

@@ -20,11 +20,11 @@ std::string TextOf(long long epochMilliseconds, bool tagged, bool withMillisecon
     char text[128];
     // There is nothing between day and hour in the plain form: readers of old logs split it at fixed columns.
     const char* const form =
-        tagged ? "Y%0.4dM%0.2dD%0.2dH%0.2dM%0.2dS%0.2d" : "%0.4d/%0.2d/%0.2d%0.2d:%0.2d:%0.2d";
+        tagged ? "Y%.4dM%.2dD%.2dH%.2dM%.2dS%.2d" : "%.4d/%.2d/%.2d%.2d:%.2d:%.2d";
     std::snprintf(text, sizeof text, form, t.year, t.month, t.day, t.hour, t.minute, t.second);
     std::string result = prefix + text;
     if (tagged && withMilliseconds) {
-        std::snprintf(text, sizeof text, "MS%0.3d", static_cast<int>(epochMilliseconds % 1000));
+        std::snprintf(text, sizeof text, "MS%.3d", static_cast<int>(epochMilliseconds % 1000));
         result += text;
     }
     return result + postfix;
