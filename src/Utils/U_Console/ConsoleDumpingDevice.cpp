@@ -3,8 +3,10 @@
 #include <cstdio>
 #include <memory>
 
+#include "Platform/Files.h"
 #include "Utils/U_Console/Console.h"
 #include "Utils/U_Console/ConsoleState.h"
+#include "Utils/U_IO/Files.h"
 #include "Utils/U_Settings/Settings.h"
 
 namespace KM {
@@ -78,12 +80,14 @@ void ConsoleDumpingDevice::Reset() {
 void ConsoleDumpingDevice::ApplyBackground() { BkColorB(IsDarkBackground() ? 0 : 15); }
 
 void ConsoleDumpingDevice::DumpAll(const std::string& file) {
-    const OpenFile start(std::fopen(file.c_str(), "w"));
-    if (start == nullptr) return;
+    OpenFile open(Platform::OpenFile(file, "w"));
+    if (open == nullptr) return;
     const std::string formatter = Settings::ToString("Console.XSLTFormatter");
     if (!formatter.empty())
-        std::fprintf(start.get(), "<?xml-stylesheet type=\"text/xsl\" href=\"%s\"?>\n", formatter.c_str());
-    if (Console::IsDumpEnabled()) DumpScreen(start.get());
+        std::fprintf(open.get(), "<?xml-stylesheet type=\"text/xsl\" href=\"%s\"?>\n", formatter.c_str());
+    if (Console::IsDumpEnabled()) DumpScreen(open.get());
+    open.reset();
+    if (Settings::ToBool("Console.ArchiveDumpFile")) IO::Archive(file);
 }
 
 }  // namespace KM
