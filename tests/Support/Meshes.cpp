@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <map>
 #include <numeric>
 #include <random>
 
 #include "Mesh/Core/Construction.h"
+#include "Mesh/Core/Loops.h"
 
 namespace KM::Test {
 namespace {
@@ -32,6 +35,10 @@ PIN FromFacets(const IndexedFacets& facets) {
 PIN RightTriangle() { return FromFacets({{P(0, 0, 0), P(1, 0, 0), P(0, 1, 0)}, {0, 1, 2}}); }
 
 PIN UnitSquare() { return FromFacets({{P(0, 0, 0), P(1, 0, 0), P(1, 1, 0), P(0, 1, 0)}, {0, 1, 3, 1, 2, 3}}); }
+
+PIN BowTie() {
+    return FromFacets({{P(0, 0, 0), P(1, 0, 0), P(0, 1, 0), P(2, 0, 0), P(2, 1, 0)}, {0, 1, 2, 1, 3, 4}});
+}
 
 IndexedFacets CubeFacets() {
     IndexedFacets cube;
@@ -124,6 +131,41 @@ IndexedFacets Shuffled(IndexedFacets facets, unsigned seed) {
         std::rotate(begin, begin + random() % 3, begin + 3);
     }
     return facets;
+}
+
+PIN Dissolved(PIN mesh, unsigned seed, int count) {
+    std::mt19937 random(seed);
+    for (int i = 0; i < count && !mesh.edges.empty(); ++i) {
+        const int e = static_cast<int>(random() % mesh.edges.size());
+        if (mesh.edges[e].NE == -1 || mesh.edges[e].TE == -1 || AreOnSameLoop(mesh, e, mesh.edges[e].TE)) continue;
+        const int twin = mesh.edges[e].TE;
+        const int before = PrevEdge(mesh, e);
+        const int beforeTwin = PrevEdge(mesh, twin);
+        mesh.edges[before].NE = mesh.edges[twin].NE;
+        mesh.edges[beforeTwin].NE = mesh.edges[e].NE;
+        mesh.edges[e].NE = mesh.edges[e].P0 = mesh.edges[twin].NE = mesh.edges[twin].P0 = -1;
+    }
+    std::fill(mesh.p2e.begin(), mesh.p2e.end(), -1);
+    for (int e = 0; e < static_cast<int>(mesh.edges.size()); ++e)
+        if (mesh.edges[e].NE != -1) mesh.p2e[mesh.edges[e].P0] = e;
+    return mesh;
+}
+
+PIN WithBrokenLinks(PIN mesh, unsigned seed) {
+    std::mt19937 random(seed);
+    const auto spoil = [&](std::int32_t& link) {
+        if (random() % 8 != 0) return;
+        const int count = static_cast<int>(mesh.edges.size());
+        const int wrong[] = {-1, -2, INT32_MIN, INT32_MAX, count, 0, static_cast<int>(random() % (count + 1u))};
+        link = wrong[random() % std::size(wrong)];
+    };
+    for (Edge& edge : mesh.edges) {
+        spoil(edge.NE);
+        spoil(edge.TE);
+        spoil(edge.P0);
+    }
+    for (std::int32_t& edge : mesh.p2e) spoil(edge);
+    return mesh;
 }
 
 }  // namespace KM::Test

@@ -28,6 +28,11 @@ PIN RightTriangle();
 //  0 - 1
 PIN UnitSquare();
 
+//  2       4
+//  | \   / |   two triangles, (0,1,2) and (1,3,4), with nothing but node 1 in common: a node with two fans
+//  0 - 1 - 3
+PIN BowTie();
+
 /// The unit cube, closed: 8 nodes, 12 triangles, normals outward.
 IndexedFacets CubeFacets();
 PIN Cube();
@@ -51,6 +56,13 @@ PIN RandomMesh(unsigned seed, int count);
 
 /// The same facets in a random order of triangles, each begun at a random corner; the winding stays.
 IndexedFacets Shuffled(IndexedFacets facets, unsigned seed);
+
+/// Takes out up to `count` random twin pairs that lie between two loops, so that loops of more than three edges come to
+/// be. The mesh stays sound; the records of the pairs stay in it, dead.
+PIN Dissolved(PIN mesh, unsigned seed, int count);
+
+/// The mesh with one field in eight, of edges and of `p2e`, set to a wrong index: negative, far too large, or any edge.
+PIN WithBrokenLinks(PIN mesh, unsigned seed);
 
 PIN FromFacets(const IndexedFacets& facets);
 

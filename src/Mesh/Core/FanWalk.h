@@ -7,8 +7,8 @@
 
 namespace KM {
 
-// Walks over loops and fans that allocate nothing. A mesh under edit can hold a link that leads nowhere: to a dead record,
-// or out of the vector. Every walk takes such a link for the end of the surface.
+// Walks over loops and fans that allocate nothing. A mesh under edit can hold a link that leads nowhere: to a dead
+// record, or out of the vector. Every walk takes such a link for the end of the surface.
 
 template <class Mesh>
 inline bool IsAliveEdge(const Mesh& mesh, int edge) {
@@ -22,8 +22,9 @@ inline int EndNode(const Mesh& mesh, int edge) {
     return static_cast<std::size_t>(next) < mesh.edges.size() ? mesh.edges[next].P0 : -1;
 }
 
-// At its start node an edge e has the face of its own loop on one side and the face of its twin on the other. Forward is
-// over the twin, NE(TE(e)); backward is over the own face, TE(PrevEdge(e)). On consistent links each step undoes the other.
+// At its start node an edge e has the face of its own loop on one side and the face of its twin on the other. Forward
+// is over the twin, NE(TE(e)); backward is over the own face, TE(PrevEdge(e)). On consistent links each step undoes the
+// other.
 
 /// One step forward from an alive edge, or -1 where the fan ends.
 template <class Mesh>

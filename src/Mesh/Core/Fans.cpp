@@ -1,5 +1,8 @@
 #include "Mesh/Core/Fans.h"
 
+#include <array>
+#include <iterator>
+
 #include "Mesh/Core/FanWalk.h"
 
 namespace KM {
@@ -31,9 +34,18 @@ int StartingEdge(const Mesh& mesh, int edge) {
 }
 
 std::vector<int> AllStartingEdges(const PIN& mesh, int node) {
+    // Nearly every fan fits into the array, and then one walk is enough to allocate exactly.
+    std::array<int, 32> met;
     const FanWalk fan(mesh, node);
-    std::vector<int> edges(fan.Count());
-    // Filled from its end: callers rely on the order against the walk, where the last edge comes first.
+    std::size_t count = 0;
+    for (const int e : fan) {
+        if (count < met.size()) met[count] = e;
+        ++count;
+    }
+
+    // Callers rely on the order against the walk, where the last edge comes first.
+    if (count <= met.size()) return {std::make_reverse_iterator(met.begin() + count), met.rend()};
+    std::vector<int> edges(count);
     auto place = edges.end();
     for (const int e : fan) *--place = e;
     return edges;

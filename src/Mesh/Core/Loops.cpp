@@ -9,14 +9,15 @@ namespace {
 
 using Flags = std::vector<char>;
 
-/// One step of the walk along a boundary: over `edge` if it has a twin, else behind it. So the walk turns through the fan
-/// at each node of the boundary, and the orphans that it meets are the boundary. -1 where a link leads nowhere.
+/// One step of the walk along a boundary: over `edge` if it has a twin, else behind it. So the walk turns through the
+/// fan at each node of the boundary, and the orphans that it meets are the boundary. -1 where a link leads nowhere.
 int NextAlongBoundary(const PIN& mesh, int edge) {
     const int next = mesh.edges[edge].TE == -1 ? mesh.edges[edge].NE : NextInFan(mesh, edge);
     return IsAliveEdge(mesh, next) ? next : -1;
 }
 
-/// The orphans that a walk from `orphan` meets; none if the walk does not come round, which `mayVisit` decides edge by edge.
+/// The orphans that a walk from `orphan` meets; none if the walk does not come round, which `mayVisit` decides edge by
+/// edge.
 template <class MayVisit>
 std::vector<int> WalkBoundary(const PIN& mesh, int orphan, MayVisit mayVisit) {
     std::vector<int> loop;

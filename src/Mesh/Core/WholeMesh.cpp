@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,11 @@ void TurnRound(PIN& mesh, const std::vector<int>& loop) {
     }
 }
 
+/// Unsigned, so that whatever stands in a broken record wraps.
+int Shifted(int index, std::size_t by) {
+    return static_cast<int>(static_cast<std::uint32_t>(index) + static_cast<std::uint32_t>(by));
+}
+
 }  // namespace
 
 void Reverse(PIN& mesh) {
@@ -57,20 +63,19 @@ void Append(PIN& mesh, const PIN& other) {
     const std::size_t nodeCount = other.points.size();
     const std::size_t edgeCount = other.edges.size();
     const std::size_t nodeEdgeCount = other.p2e.size();
-    // Counted loops, since `other` may be `mesh` itself; and `resize`, which grows by a factor where `reserve` would copy
-    // everything again for each of many small meshes.
+    // Counted loops, since `other` may be `mesh` itself; and `resize`, which grows by a factor where `reserve` would
+    // copy everything again for each of many small meshes.
     mesh.edges.resize(edgeBase + edgeCount);
     mesh.points.resize(nodeBase + nodeCount);
     mesh.p2e.resize(nodeEdgeBase + nodeEdgeCount);
 
-    const int edgeShift = static_cast<int>(edgeBase);
-    const int nodeShift = static_cast<int>(nodeBase);
     for (std::size_t i = 0; i < edgeCount; ++i) {
         const Edge& edge = other.edges[i];
-        mesh.edges[edgeBase + i] = {edge.NE + edgeShift, edge.TE != -1 ? edge.TE + edgeShift : -1, edge.P0 + nodeShift};
+        const int twin = edge.TE != -1 ? Shifted(edge.TE, edgeBase) : -1;
+        mesh.edges[edgeBase + i] = {Shifted(edge.NE, edgeBase), twin, Shifted(edge.P0, nodeBase)};
     }
     for (std::size_t i = 0; i < nodeCount; ++i) mesh.points[nodeBase + i] = other.points[i];
-    for (std::size_t i = 0; i < nodeEdgeCount; ++i) mesh.p2e[nodeEdgeBase + i] = other.p2e[i] + edgeShift;
+    for (std::size_t i = 0; i < nodeEdgeCount; ++i) mesh.p2e[nodeEdgeBase + i] = Shifted(other.p2e[i], edgeBase);
 }
 
 }  // namespace KM

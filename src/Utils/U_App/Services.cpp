@@ -11,7 +11,8 @@ struct Silence {
 };
 
 std::ostream*& CurrentDumpStream() {
-    // In a room of its own, so that it is never destroyed: static objects may write their last line after it would be gone.
+    // In a room of its own, so that it is never destroyed: static objects may write their last line after it would be
+    // gone.
     alignas(Silence) static unsigned char room[sizeof(Silence)];
     static std::ostream* current = &(new (room) Silence)->stream;
     return current;

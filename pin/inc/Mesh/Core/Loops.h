@@ -26,9 +26,9 @@ inline int PrevEdge(const Mesh& mesh, int edge) {
     return -1;
 }
 
-// The queries return snapshots; they do not follow later changes of the mesh. An edge index that is out of range or dead
-// gives an empty result, false or 0.0, and so does a walk that cannot come round, because the links of a mesh under edit
-// lead nowhere. All take linear time at most.
+// The queries return snapshots; they do not follow later changes of the mesh. An edge index that is out of range or
+// dead gives an empty result, false or 0.0, and so does a walk that cannot come round, because the links of a mesh
+// under edit lead nowhere. All take linear time at most.
 
 /// The loop through `edge`, beginning with it, in the order of `NE`.
 KM_API std::vector<int> Loop(const PIN& mesh, int edge);
@@ -43,8 +43,8 @@ KM_API std::vector<std::vector<int>> AllOrphanLoops(const PIN& mesh);
 /// True when `e2` is met on a walk from `NE(e1)` that ends before `e1`; so an edge is not on the same loop as itself.
 KM_API bool AreOnSameLoop(const PIN& mesh, int e1, int e2);
 
-/// The lowest edge of each loop that is not a triangle, ascending: all edges `e` with `NE(NE(NE(e)))` other than `e`, one
-/// a loop. Linear time.
+/// The lowest edge of each loop that is not a triangle, ascending: all edges `e` with `NE(NE(NE(e)))` other than `e`,
+/// one a loop. Linear time.
 KM_API std::vector<int> CollectNonTriangularLoops(const PIN& mesh);
 
 /// The distance between the two ends of an edge.

@@ -8,9 +8,9 @@
 
 namespace KM {
 
-// A failure travels by its kind. A broken assumption throws `KmException`. A file failure is logged in full first, and then
-// an empty tag is thrown; so is the wish of the user to stop or to restart. The tags share no base: each is thrown by value
-// and caught by its exact type.
+// A failure travels by its kind. A broken assumption throws `KmException`. A file failure is logged in full first, and
+// then an empty tag is thrown; so is the wish of the user to stop or to restart. The tags share no base: each is thrown
+// by value and caught by its exact type.
 
 /// What the assertions of the code throw: a message, and the source file and line of the throw site. Copies share the
 /// text, so copying never fails.
