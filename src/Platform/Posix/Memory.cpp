@@ -1,8 +1,10 @@
 #include "Platform/Memory.h"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace KM::Platform {
 namespace {
@@ -29,17 +31,22 @@ Memory MemoryNow() {
     while (file >> label >> kilobytes) {
         std::getline(file, unit);
         const std::uint64_t bytes = kilobytes * 1024;
-        if (label == "MemTotal:") memory.totalPhysical = bytes;
-        else if (label == "MemAvailable:") memory.availablePhysical = bytes;
-        else if (label == "SwapTotal:") swapTotal = bytes;
-        else if (label == "SwapFree:") swapFree = bytes;
+        if (label == "MemTotal:")
+            memory.totalPhysical = bytes;
+        else if (label == "MemAvailable:")
+            memory.availablePhysical = bytes;
+        else if (label == "SwapTotal:")
+            swapTotal = bytes;
+        else if (label == "SwapFree:")
+            swapFree = bytes;
     }
     memory.totalPageFile = memory.totalPhysical + swapTotal;
     memory.availablePageFile = memory.availablePhysical + swapFree;
     memory.totalVirtual = AddressSpace;
-    memory.availableVirtual = AddressSpace - MemoryInUseByProcess();
+    memory.availableVirtual = AddressSpace - std::min(AddressSpace, MemoryInUseByProcess());
     if (memory.totalPhysical != 0)
-        memory.loadPercent = static_cast<int>((memory.totalPhysical - memory.availablePhysical) * 100 / memory.totalPhysical);
+        memory.loadPercent =
+            static_cast<int>((memory.totalPhysical - memory.availablePhysical) * 100 / memory.totalPhysical);
     return memory;
 }
 

@@ -17,6 +17,8 @@ int ProcessId() { return static_cast<int>(getpid()); }
 ChildProcess::ChildProcess(const std::string& program, const std::vector<std::string>& arguments) {
     std::string path = RealPath(program);
     std::vector<std::string> words = arguments;
+    for (const std::string& word : words)
+        if (word.find('\0') != std::string::npos) return;  // the program would be given another word
     std::vector<char*> argv{path.data()};
     for (std::string& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
@@ -31,8 +33,10 @@ std::optional<int> ChildProcess::Reap(int options) {
     pid_t ended = 0;
     do ended = waitpid(id_, &status, options);
     while (ended == -1 && errno == EINTR);
-    if (ended == id_) exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    else if (ended == -1) exitCode_ = -1;  // somebody else has waited for it
+    if (ended == id_)
+        exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    else if (ended == -1)
+        exitCode_ = -1;  // somebody else has waited for it
     return exitCode_;
 }
 

@@ -42,15 +42,17 @@ void ConvertToAbsolutePath(std::string& name) {
 void ValidateFileName(std::string& name) {
     std::string valid;
     valid.reserve(name.size() + 1);
-    for (const char c : name) {
-        if (!IsSeparator(c)) {
-            valid += c;
-            continue;
-        }
+    const auto separate = [&valid] {
         while (!valid.empty() && valid.back() == ' ') valid.pop_back();
         valid += '\\';
+    };
+    for (const char c : name) {
+        if (IsSeparator(c))
+            separate();
+        else
+            valid += c;
     }
-    if (valid.empty() || valid.back() != '\\') valid += '\\';
+    if (name.empty() || !IsSeparator(name.back())) separate();
     name = std::move(valid);
 }
 

@@ -15,7 +15,7 @@ using FileNameManipulation::Path;
 template <class Accept>
 void Enumerate(const std::string& folder, std::vector<std::string>& result, Accept accept) {
     for (const std::string& name : Platform::Matches(folder + "*")) {
-        const std::optional<Platform::FileInfo> info = Platform::InfoOf(folder + name);
+        const std::optional<Platform::FileInfo> info = Platform::InfoOf(Path(folder) + name);
         if (accept(info && info->isFolder)) result.push_back(name);
     }
 }
@@ -25,14 +25,12 @@ std::int64_t TimeOf(const std::string& name, std::int64_t Platform::FileInfo::*t
     return info ? (*info).*time : -1;
 }
 
-void DeleteTree(const std::string& folder) {
-    for (const std::string& name : Platform::Matches(folder + "*")) {
-        const std::optional<Platform::FileInfo> info = Platform::InfoOf(folder + name);
-        const bool isFolder = info && info->isFolder && !Platform::IsLink(folder + name);
-        if (isFolder) DeleteTree(folder + name + "\\");
-        else Platform::RemoveFile(folder + name);
-    }
-    Platform::RemoveFolder(folder);
+/// The folder that a name or pattern lies in, or that a folder name gives. Nothing if only blanks stood before the
+/// first separator: without them the name would start at the root.
+std::optional<std::string> FolderToEmpty(const std::string& path) {
+    const std::string folder = ValidateFileName(path);
+    if (folder[0] == '\\' && !path.empty() && path[0] == ' ') return std::nullopt;
+    return folder;
 }
 
 }  // namespace
@@ -56,19 +54,18 @@ void MkDir(const std::string& path) {
 }
 
 void FilesDelete(const std::string& pattern) {
-    for (const std::string& name : Platform::Matches(pattern)) Platform::RemoveFile(Path(pattern) + name);
+    const std::string path = Path(pattern);
+    const std::optional<std::string> folder = path.empty() ? path : FolderToEmpty(path);
+    if (!folder) return;
+    for (const std::string& name : Platform::Matches(*folder + pattern.substr(path.size())))
+        Platform::RemoveFile(*folder + name);
 }
 
 void DirectoryDelete(const std::string& path) {
-    const std::string folder = ValidateFileName(path);
-    if (folder.find_first_not_of("\\.") == std::string::npos) return;  // the root, or what stands above this folder
-    DeleteTree(folder);
+    if (const std::optional<std::string> folder = FolderToEmpty(path)) Platform::RemoveTree(*folder);
 }
 
-bool Copy(const std::string& from, const std::string& to) {
-    if (!Platform::InfoOf(from)) return false;  // before the target is given up
-    return Platform::CopyFile(from, to);
-}
+bool Copy(const std::string& from, const std::string& to) { return Platform::CopyFile(from, to); }
 
 void EnumerateFiles(const std::string& folder, std::vector<std::string>& result) {
     Enumerate(folder, result, [](bool isFolder) { return !isFolder; });
@@ -99,6 +96,7 @@ int& Indent() {
 
 bool CanIWriteInFolder(const std::string& folder) {
     const std::string probe = folder + "$$$.$$$";
+    Platform::RemoveFile(probe);  // a link of this name would have its target emptied
     std::FILE* const file = Platform::OpenFile(probe, "wb");
     if (file == nullptr) return false;
     std::fclose(file);

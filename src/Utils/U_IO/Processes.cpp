@@ -25,8 +25,10 @@ std::vector<std::string> Words(const std::string& arguments) {
         }
         if (!isInWord) words.emplace_back();
         isInWord = true;
-        if (c == '"') isQuoted = !isQuoted;
-        else words.back() += c;
+        if (c == '"')
+            isQuoted = !isQuoted;
+        else
+            words.back() += c;
     }
     return words;
 }
@@ -37,6 +39,10 @@ int Megabytes(std::uint64_t bytes) { return static_cast<int>(bytes >> 20); }
 
 int Execute(const std::string& program, const std::string& arguments, int) {
     return Platform::ChildProcess(program, Words(arguments)).Wait();
+}
+
+int Execute(const std::string& program, const std::vector<std::string>& arguments, int) {
+    return Platform::ChildProcess(program, arguments).Wait();
 }
 
 MonitoredSpawnStatistics MonitoredSpawn(const std::string& program, const std::string& arguments) {

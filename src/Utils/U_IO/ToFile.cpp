@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Platform/Files.h"
+#include "Platform/Replacement.h"
 #include "Utils/U_Debug/Chronometer.h"
 #include "Utils/U_Debug/Time.h"
 #include "Utils/U_Debug/Verbose.h"
@@ -46,12 +47,11 @@ ToFile::~ToFile() {
 
 bool ToFile::IsReadMode() const { return BeginsWith(mode_, 'r', 'R'); }
 
-std::string ToFile::NameOnDisk() const { return writeMode_ ? name_ + ".tmp" : name_; }
-
 void ToFile::Log(bool isReading) const {
     if (color_ != 0)
-        Verbose::WriteMessage_2(EMessageType::Info, std::string("Has been opened for ") + (isReading ? "reading" : "writing"),
-                                name_, color_);
+        Verbose::WriteMessage_2(EMessageType::Info,
+                                std::string("Has been opened for ") + (isReading ? "reading" : "writing"), name_,
+                                color_);
 }
 
 void ToFile::WaitForOthers() const {
@@ -59,58 +59,66 @@ void ToFile::WaitForOthers() const {
     if (wait <= 0) return;
     while (wait != 0 && FileExist(name_ + ".IsOpened")) {
         --wait;
-        Verbose::WriteMessage_1(EMessageType::Warning, "File " + name_ + " is locked. Wait for other: " +
-                                                           std::to_string(wait) + " seconds;");
+        Verbose::WriteMessage_1(EMessageType::Warning,
+                                "File " + name_ + " is locked. Wait for other: " + std::to_string(wait) + " seconds;");
         Time::Sleep(1000);
     }
     if (wait == 0) Verbose::WriteMessage_1(EMessageType::Warning, "File is still locked I'll ignore the warning!");
 }
 
-void ToFile::OpenOnDisk() {
-    file_ = Platform::OpenFile(NameOnDisk(), mode_.c_str());
-    if (file_ != nullptr) return;
-    if (writeMode_) {
-        MkDir(ValidateFileName(FileNameManipulation::Path(name_)));
-        // Again the temporary name: the file that is to be replaced stays whole until the end.
-        file_ = Platform::OpenFile(NameOnDisk(), mode_.c_str());
-    }
-    Verbose::WriteMessage_1(EMessageType::Warning,
-                            "The desired path for: " + name_ + " file. Wasn't found and was created.");
+void ToFile::OpenReplacement(bool isSecondTry) {
+    nameOnDisk_ = name_ + ".tmp";
+    bool isTaken = false;
+    file_ = Platform::OpenReplacement(nameOnDisk_, name_, mode_.c_str(), isTaken);
+    if (file_ != nullptr || !(isTaken || isSecondTry)) return;
+    nameOnDisk_ = name_ + "." + Platform::OwnTag() + ".tmp";
+    file_ = Platform::OpenReplacement(nameOnDisk_, name_, mode_.c_str(), isTaken);
+}
+
+void ToFile::OpenOnDisk(bool isSecondTry) {
+    const std::optional<Platform::FileInfo> target = Platform::InfoOf(name_);
+    nameOnDisk_ = name_;
+    // A device is written itself: a file in its place would be a disaster for the whole machine.
+    if (!writeMode_ || (target && !target->isPlain))
+        file_ = Platform::OpenFile(name_, mode_.c_str());
+    else
+        OpenReplacement(isSecondTry);
 }
 
 void ToFile::Open() {
-    if (file_ != nullptr)
-        return Verbose::WriteMessage_1(EMessageType::Error, "File: " + name_ + " is double opened!");
+    if (file_ != nullptr) return Verbose::WriteMessage_1(EMessageType::Error, "File: " + name_ + " is double opened!");
     if (name_.empty() || (IsReadMode() && !FileExist(name_))) {
         Platform::RemoveFile(name_ + ".IsOpened");
         throw XFileIOError();
     }
     Log(IsReadMode());
     WaitForOthers();
-    OpenOnDisk();
+    OpenOnDisk(false);
+    if (file_ != nullptr) return;
+    if (writeMode_) MkDir(ValidateFileName(FileNameManipulation::Path(name_)));
+    // Before the second try, since a message can end in an exception, and nobody would close the file.
+    Verbose::WriteMessage_1(EMessageType::Warning,
+                            "The desired path for: " + name_ + " file. Wasn't found and was created.");
+    if (writeMode_) OpenOnDisk(true);
     if (file_ == nullptr) throw XFileIOError();
 }
 
-void ToFile::ReplaceTarget(bool isComplete) const {
-    const std::optional<Platform::FileInfo> target = Platform::InfoOf(name_);
-    if (isComplete && Platform::Rename(NameOnDisk(), name_)) {
-        if (target) Platform::SetAttributes(name_, target->attributes);
-        return;
-    }
-    Platform::RemoveFile(NameOnDisk());
-    Verbose::WriteMessage_1(EMessageType::Error, "File: " + name_ + " could not be written and stays as it was!");
+bool ToFile::CloseOnDisk() {
+    std::FILE* const file = std::exchange(file_, nullptr);
+    return nameOnDisk_ == name_ ? std::fclose(file) == 0 : Platform::CloseReplacement(file, nameOnDisk_, name_);
 }
 
 void ToFile::Close() {
-    if (file_ == nullptr) return;
-    const bool hasFailed = std::ferror(file_) != 0;
-    const bool isComplete = std::fclose(std::exchange(file_, nullptr)) == 0 && !hasFailed;
-    if (writeMode_) ReplaceTarget(isComplete);
+    if (file_ == nullptr || CloseOnDisk()) return;
+    Verbose::WriteMessage_1(EMessageType::Error, writeMode_
+                                                     ? "File: " + name_ + " could not be written and stays as it was!"
+                                                     : "File: " + name_ + " could not be written to its end!");
 }
 
 void ToFile::Erase() {
+    const bool isDevice = writeMode_ && nameOnDisk_ == name_;
     Close();
-    Platform::RemoveFile(name_);
+    if (!isDevice) Platform::RemoveFile(name_);
 }
 
 unsigned Read(void* buffer, unsigned size, ToFile& file, const char* sourceFile, int sourceLine) {
@@ -118,6 +126,7 @@ unsigned Read(void* buffer, unsigned size, ToFile& file, const char* sourceFile,
     const Time::AdditiveChronometer::Auto span("Read", slot);
     const bool isOpen = static_cast<std::FILE*>(file) != nullptr && (buffer != nullptr || size == 0);
     if (isOpen && std::fread(buffer, 1, size, file) == size) return size;
+    if (isOpen) std::clearerr(file);  // what was written before is as good as it was
     Verbose::WriteMessage_1(EMessageType::Error, TransferFailure("Reading from", file, sourceFile, sourceLine,
                                                                  "File will be closed, deleted and "));
     file.Close();

@@ -6,8 +6,8 @@
 
 namespace KM::IO {
 
-// Names are texts in the manner of the family: "/" and back-slash both separate, and a folder that has been validated ends
-// in a back-slash. They become real paths only where the operating system is called.
+// Names are texts in the manner of the family: "/" and back-slash both separate, and a folder that has been validated
+// ends in a back-slash. They become real paths only where the operating system is called.
 
 namespace FileNameManipulation {
 
@@ -24,8 +24,8 @@ KM_API void ConvertToAbsolutePath(std::string& name);
 
 }  // namespace FileNameManipulation
 
-/// Makes a folder name of a text: each "/" becomes a back-slash, blanks before a back-slash go, and a back-slash ends it.
-/// "C:/a b /c" becomes "C:\a b\c\", and an empty text "\".
+/// Makes a folder name of a text: each "/" becomes a back-slash, blanks before a back-slash go, and a back-slash ends
+/// it. "C:/a b /c" becomes "C:\a b\c\", and an empty text "\".
 KM_API void ValidateFileName(std::string& name);
 KM_API std::string ValidateFileName(const std::string& name);
 KM_API std::string ValidateFileName(const char* name);

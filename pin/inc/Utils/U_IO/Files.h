@@ -8,13 +8,13 @@
 
 namespace KM::IO {
 
-// In a pattern "*" stands for any text and "?" for any byte of the last part of a name. Lists are sorted, hold names without
-// their folder, and never "." and "..".
+// A name that holds a NUL byte names no file. In a pattern "*" stands for any text and "?" for any byte of the last
+// part of a name. Lists are sorted, hold names without their folder, and never "." and "..".
 
 /// True if a file or folder fits the name, which may be a pattern. An empty name is false.
 KM_API bool FileExist(const std::string& name);
 
-/// In bytes; 0 for a file that is not there.
+/// In bytes; 0 for a folder, and for a file that is not there.
 KM_API std::int64_t FileSize(const std::string& name);
 
 // Seconds since the epoch; -1 for a file that is not there.
@@ -30,10 +30,11 @@ KM_API void MkDir(const std::string& path);
 /// Deletes the files that fit a pattern. Folders stay, and what cannot be deleted stays too.
 KM_API void FilesDelete(const std::string& pattern);
 
-/// Deletes a folder with all that is in it. Links are deleted, never followed; the root is refused.
+/// Deletes a folder with all that is in it, as far as this user may. Links are deleted, never followed; the root, "."
+/// and ".." are refused.
 KM_API void DirectoryDelete(const std::string& path);
 
-/// Replaces `to` by a copy of `from`.
+/// Replaces `to` by a copy of `from`. False, with `to` as it was, if that fails or `to` is a folder or a device.
 KM_API bool Copy(const std::string& from, const std::string& to);
 
 // Append to `result`. The folder must end in a separator; an empty one is the current folder.
@@ -53,7 +54,8 @@ public:
     virtual void operator()(const std::string& name) = 0;
 };
 
-/// Calls the action for each file that fits the pattern, in the order of the list as it was at the start.
+/// Calls the action with each name that fits the pattern, of files and folders, without their folder, in the order of
+/// the list as it was at the start. An exception of the action ends the walk.
 KM_API void Iterator(const std::string& pattern, Action& action);
 
 }  // namespace ForEachFile
