@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <sstream>
+#include <string>
+#include <vector>
 
+#include "Support/LogCapture.h"
 #include "Utils/U_App/Arguments.h"
-#include "Utils/U_App/Services.h"
 
 namespace KM {
 namespace {
@@ -21,15 +22,11 @@ Attributes AttributesOf(const std::string& key) {
     return result;
 }
 
-// A command line, and what is reported about it, for the time of a test.
+// A command line, and what is logged about it, for the time of a test.
 class Redirection : public testing::Test {
 protected:
-    Redirection() : before_(Application::Services::DumpStream()) {
-        Application::Services::DumpStream(reported_);
-        Application::Arguments() = {"tool", "a.xml", "b.xml", "%3"};
-    }
+    Redirection() { Application::Arguments() = {"tool", "a.xml", "b.xml", "%3"}; }
     ~Redirection() override {
-        Application::Services::DumpStream(before_);
         Application::Arguments().clear();
         Application::RedirectionShifting(0);
     }
@@ -38,18 +35,12 @@ protected:
         Settings::ToXMLElement("Test.Redirected").V(value);
         return Settings::ToString("Test.Redirected");
     }
-    int ErrorCount() const {
-        const std::string error = "Found an invalide indirerection. Return void!";
-        const std::string reported = reported_.str();
-        int count = 0;
-        for (auto at = reported.find(error); at != std::string::npos; at = reported.find(error, at + 1)) ++count;
-        return count;
-    }
 
-private:
-    std::ostringstream reported_;
-    std::ostream& before_;
+    KM::Test::LogCapture log_;
 };
+
+using Texts = std::vector<std::string>;
+constexpr const char* BadRedirection = "Found an invalide indirerection. Return void!";
 
 TEST(SettingsAdd, MakesTheKeyWhileStaticsAreInitialised) {
     EXPECT_EQ(Settings::ToInt("Test.Own.Key"), 5);
@@ -149,27 +140,28 @@ TEST_F(Redirection, GivesTheArgument) {
     EXPECT_EQ(Read("%b10"), "b.xml");
     EXPECT_EQ(Read("%"), "a.xml") << "no number reads as 1";
     EXPECT_EQ(Read("%text"), "tool") << "text reads as 0";
-    EXPECT_EQ(ErrorCount(), 0);
+    EXPECT_TRUE(log_.Lines().empty());
 }
 
 TEST_F(Redirection, CountsFromTheLastConfigurationFile) {
     Application::RedirectionShifting(2);
     EXPECT_EQ(Read("%0"), "b.xml");
     EXPECT_EQ(Read("%-2"), "tool");
-    EXPECT_EQ(ErrorCount(), 0);
+    EXPECT_TRUE(log_.Lines().empty());
 }
 
 TEST_F(Redirection, IsNotLookedAtAgain) { EXPECT_EQ(Read("%3"), "%3"); }
 
 TEST_F(Redirection, BeyondTheArgumentsIsAnErrorAndEmpty) {
-    int errors = 0;
+    Texts expected;
     for (const char* value : {"%4", "%5", "%-1", "%2147483647", "%-2147483648", "%0xFFFFFFFF"}) {
         for (const int shift : {0, 4, 2147483647}) {
             Application::RedirectionShifting(shift);
             const long long index = XML::Element("n", value + 1).ToInt() + static_cast<long long>(shift);
             if (index >= 0 && index < 4) continue;
             EXPECT_EQ(Read(value), "") << value << " from " << shift;
-            EXPECT_EQ(ErrorCount(), ++errors) << value << " from " << shift;
+            expected.emplace_back(BadRedirection);
+            EXPECT_EQ(log_.Texts(Verbose::EMessageType::Error), expected) << value << " from " << shift;
         }
     }
 }
@@ -187,7 +179,8 @@ TEST_F(Redirection, WorksInTypedReads) {
 TEST_F(Redirection, WithoutArgumentsIsAnError) {
     Application::Arguments().clear();
     EXPECT_EQ(Read("%0"), "");
-    EXPECT_EQ(ErrorCount(), 1);
+    EXPECT_EQ(log_.Texts(Verbose::EMessageType::Error), Texts{BadRedirection});
+    EXPECT_EQ(log_.Lines().size(), 1u);
 }
 
 }  // namespace
