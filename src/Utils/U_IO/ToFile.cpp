@@ -125,8 +125,9 @@ unsigned Read(void* buffer, unsigned size, ToFile& file, const char* sourceFile,
     static Time::AdditiveChronometer* slot = nullptr;
     const Time::AdditiveChronometer::Auto span("Read", slot);
     const bool isOpen = static_cast<std::FILE*>(file) != nullptr && (buffer != nullptr || size == 0);
-    if (isOpen && std::fread(buffer, 1, size, file) == size) return size;
-    if (isOpen) std::clearerr(file);  // what was written before is as good as it was
+    const bool isSound = isOpen && std::ferror(file) == 0;
+    if (isOpen && (size == 0 || std::fread(buffer, 1, size, file) == size)) return size;
+    if (isSound) std::clearerr(file);  // this failure spoils nothing of what was written before
     Verbose::WriteMessage_1(EMessageType::Error, TransferFailure("Reading from", file, sourceFile, sourceLine,
                                                                  "File will be closed, deleted and "));
     file.Close();
@@ -137,7 +138,7 @@ unsigned Write(const void* buffer, unsigned size, ToFile& file, const char* sour
     static Time::AdditiveChronometer* slot = nullptr;
     const Time::AdditiveChronometer::Auto span("Write", slot);
     const bool isOpen = static_cast<std::FILE*>(file) != nullptr && (buffer != nullptr || size == 0);
-    if (isOpen && std::fwrite(buffer, 1, size, file) == size) return size;
+    if (isOpen && (size == 0 || std::fwrite(buffer, 1, size, file) == size)) return size;
     Verbose::WriteMessage_1(EMessageType::Error, TransferFailure("Writing to", file, sourceFile, sourceLine, ""));
     throw XFileIOError();
 }

@@ -9,7 +9,6 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 
 #include "Support/InChild.h"
 #include "Support/LogCapture.h"
@@ -452,7 +451,10 @@ TEST(Archive, CopiesBesideTheFileWithTheTime) {
     const Names names = temp.Names();
     ASSERT_EQ(names.size(), 2u);
     const std::string copy = names[0] == "log.old.xml" ? names[1] : names[0];
-    EXPECT_TRUE(std::regex_match(copy, std::regex(R"(log\.old\.Y\d{4}M\d\dD\d\dH\d\dM\d\dS\d\d\.xml)"))) << copy;
+    std::string shape = copy;
+    for (char& c : shape)
+        if (c >= '0' && c <= '9') c = '0';
+    EXPECT_EQ(shape, "log.old.Y0000M00D00H00M00S00.xml");
     EXPECT_EQ(temp.Bytes(copy), "text");
     EXPECT_EQ(log.Texts(EMessageType::Info),
               Names{"Arhiving file name: " + temp / "log.old.xml" + " to: " + temp / copy});

@@ -537,6 +537,24 @@ TEST(ToFile, FullDiskLeavesThePreviousFileWhole) {
     EXPECT_EQ(temp.Names(), Names{"a"});
 }
 
+TEST(ToFile, FullDiskIsNotForgottenWhenAReadFailsToo) {
+    const TempFolder temp;
+    temp.Write("a", "previous");
+    EXPECT_EQ(InChild([&temp]() -> std::string {
+                  std::signal(SIGXFSZ, SIG_IGN);
+                  const rlimit limits{10'000, 10'000};
+                  setrlimit(RLIMIT_FSIZE, &limits);
+                  ToFile file(temp / "a", "w+b", 0, false);
+                  EXPECT_THROW(Put(file, std::string(1'000'000, 'x')), XFileIOError);
+                  char buffer[1];
+                  EXPECT_THROW(Read(buffer, 1, file, "t.cpp", 7), XFileIOError);
+                  return "both failed";
+              }),
+              "both failed");
+    EXPECT_EQ(temp.Bytes("a"), "previous");
+    EXPECT_EQ(temp.Names(), Names{"a"});
+}
+
 TEST(ToFile, FullDiskThatShowsInTheCloseLeavesThePreviousFileWhole) {
     const TempFolder temp;
     temp.Write("a", "previous");
