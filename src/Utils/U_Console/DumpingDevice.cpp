@@ -39,11 +39,16 @@ void DumpingDevice::DumpAll(const std::string&) {}
 
 void DumpingDevice::AnalyzeColor(int& color) const {
     if (IsDarkBackground() || color == 0) return;
-    if (color == 15) color = 0;
-    else if (color == 7) color = 8;
-    else if (color == 8) color = 7;
-    else if (color < 8) color += 8;
-    else color -= 8;
+    if (color == 15)
+        color = 0;
+    else if (color == 7)
+        color = 8;
+    else if (color == 8)
+        color = 7;
+    else if (color < 8)
+        color += 8;
+    else
+        color -= 8;
 }
 
 void DumpingDevice::Redraw() {
