@@ -1,15 +1,15 @@
 #include "Utils/U_Console/ConsoleDumpingDevice.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <sstream>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "Support/LogOn.h"
+#include "Support/TempFolder.h"
 #include "Utils/U_Console/Console.h"
 #include "Utils/U_Console/ConsoleState.h"
 #include "Utils/U_Console/LogServices.h"
@@ -18,13 +18,6 @@
 
 namespace KM {
 namespace {
-
-namespace fs = std::filesystem;
-
-std::string Content(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// Changes a setting for its life time.
 class SettingKept {
@@ -42,11 +35,9 @@ private:
 
 class ConsoleDevice : public testing::Test {
 protected:
-    ConsoleDevice() { fs::create_directory(folder_); }
     ~ConsoleDevice() override {
         Console::SetForeground(7);
         Console::SetBackground(0);
-        fs::remove_all(folder_);
     }
 
     /// What a dump makes of `text` on a clear console.
@@ -56,8 +47,8 @@ protected:
         return DumpNow();
     }
     std::string DumpNow() {
-        device_.DumpAll(file_.string());
-        return Content(file_);
+        device_.DumpAll(folder_ / "dump.xml");
+        return folder_.Bytes("dump.xml");
     }
     /// What has been written since the last call.
     std::string Take() {
@@ -69,8 +60,7 @@ protected:
     std::ostringstream stream_;
     ConsoleDumpingDevice device_{stream_};
     KM::Test::LogOn on_{device_};
-    fs::path folder_ = fs::temp_directory_path() / ("kmdump" + std::to_string(getpid()));
-    fs::path file_ = folder_ / "dump.xml";
+    KM::Test::TempFolder folder_;
     SettingKept formatter_{"Console.XSLTFormatter", ""};
 };
 
@@ -283,29 +273,25 @@ TEST_F(Dumping, HoldsNoRowsWhileOutputIsOff) {
 }
 
 TEST_F(Dumping, ReplacesTheFile) {
-    std::ofstream(file_) << "a long text from before";
+    folder_.Write("dump.xml", "a long text from before");
     EXPECT_EQ(Dump("x"), "x\n");
 }
 
 TEST_F(Dumping, ArchivesACopyWithTheTimeInItsName) {
     const SettingKept archive("Console.ArchiveDumpFile", "Y");
     Dump("x");
-    int copies = 0;
-    for (const auto& entry : fs::directory_iterator(folder_)) {
-        const std::string name = entry.path().filename().string();
-        if (name == "dump.xml") continue;
-        ++copies;
-        EXPECT_TRUE(name.starts_with("dump.Y") && name.ends_with(".xml")) << name;
-        EXPECT_EQ(Content(entry.path()), "x\n");
-    }
-    EXPECT_EQ(copies, 1);
+    const std::vector<std::string> names = folder_.Names();
+    ASSERT_EQ(names.size(), 2u);
+    EXPECT_TRUE(names[0].starts_with("dump.Y") && names[0].ends_with(".xml")) << names[0];
+    EXPECT_EQ(names[1], "dump.xml");
+    EXPECT_EQ(folder_.Bytes(names[0]), "x\n");
 }
 
 TEST_F(Dumping, AFileThatCannotBeWrittenIsLeftAlone) {
-    device_.DumpAll((folder_ / "missing" / "dump.xml").string());
-    device_.DumpAll(folder_.string());
+    device_.DumpAll(folder_ / "missing/dump.xml");
+    device_.DumpAll(folder_ / "");
     device_.DumpAll("");
-    EXPECT_TRUE(fs::is_empty(folder_));
+    EXPECT_TRUE(folder_.Names().empty());
 }
 
 }  // namespace
