@@ -6,8 +6,9 @@
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
-#include <regex>
+#include <string>
 
+#include "Support/Pattern.h"
 #include "Utils/U_Debug/TimeText.h"
 
 namespace KM {
@@ -77,10 +78,10 @@ TEST(Time, TextsOfTheEnds) {
 }
 
 TEST(Time, TextOfNow) {
-    const std::regex form("aY[0-9]{4}M[01][0-9]D[0-3][0-9]H[0-2][0-9]M[0-5][0-9]S[0-6][0-9]MS[0-9]{3}b");
-    EXPECT_TRUE(std::regex_match(Time::ToString(true, true, "a", "b"), form));
-    const std::regex plain("[0-9]{4}/[01][0-9]/[0-3][0-9][0-2][0-9]:[0-5][0-9]:[0-6][0-9]");
-    EXPECT_TRUE(std::regex_match(Time::ToString(false, true, "", ""), plain));
+    const std::string form = "aY[0-9]{4}M[01][0-9]D[0-3][0-9]H[0-2][0-9]M[0-5][0-9]S[0-6][0-9]MS[0-9]{3}b";
+    EXPECT_TRUE(KM::Test::Matches(Time::ToString(true, true, "a", "b"), form));
+    const std::string plain = "[0-9]{4}/[01][0-9]/[0-3][0-9][0-2][0-9]:[0-5][0-9]:[0-6][0-9]";
+    EXPECT_TRUE(KM::Test::Matches(Time::ToString(false, true, "", ""), plain));
 }
 
 }  // namespace
