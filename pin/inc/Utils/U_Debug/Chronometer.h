@@ -26,7 +26,7 @@ private:
     std::string name_;
     std::string prefix_;
     std::string postfix_;
-    int indent_;
+    [[maybe_unused]] int indent_;  // for hosts that read the record; no text shows it
     mutable double start_;
 };
 
