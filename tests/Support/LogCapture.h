@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Support/LogOn.h"
 #include "Utils/U_Console/DumpingDevice.h"
 #include "Utils/U_Debug/Verbose.h"
 
@@ -11,11 +12,6 @@ namespace KM::Test {
 /// Turns the log on for its life time, starts it empty at level `Note`, and keeps what it writes as plain text.
 class LogCapture {
 public:
-    LogCapture();
-    LogCapture(const LogCapture&) = delete;
-    LogCapture& operator=(const LogCapture&) = delete;
-    ~LogCapture();
-
     /// The lines as the device got them, without codes, each with its indentation.
     const std::vector<std::string>& Lines() const { return device_.lines; }
     /// Messages of one kind.
@@ -35,7 +31,7 @@ private:
     };
 
     Device device_;
-    bool wasEnabled_;
+    LogOn on_{device_};
 };
 
 }  // namespace KM::Test

@@ -1,7 +1,7 @@
 #include "Utils/U_Console/Console.h"
 
-#include <algorithm>
-#include <cstdio>
+#include <cstdint>
+#include <system_error>
 
 #include "Platform/Terminal.h"
 #include "Utils/U_Console/ConsoleState.h"
@@ -9,7 +9,11 @@
 namespace KM::Console {
 namespace {
 
-constexpr int PlainAttribute = 7;  // light grey on black, what a console starts with
+constexpr std::uint16_t PlainAttribute = 7;  // light grey on black, what a console starts with
+
+// What a console holds at most. A log that never resets its device keeps as much for its dump.
+constexpr int MostColumns = 500;
+constexpr int MostRows = 32767;
 
 struct State {
     bool dumpEnabled = false;
@@ -17,19 +21,17 @@ struct State {
     int background = 0;
     bool isForegroundRead = false;
     bool isBackgroundRead = false;
-    int attribute = PlainAttribute;       // what the console was told last
-    int shownAttribute = PlainAttribute;  // what the terminal shows; it is told with the next text
-    std::ostream* stream = nullptr;       // written to last
-    ScreenBuffer screen{132, 1000};
+    std::uint16_t attribute = PlainAttribute;       // what the console was told last
+    std::uint16_t shownAttribute = PlainAttribute;  // what the terminal shows; it is told with the next text
+    ScreenBuffer screen{MostColumns, MostRows};
     std::string lastFailure;
 };
 
 State& Now() {
-    static State state;
+    // Never destroyed: static objects may log after `main`.
+    static State& state = *new State;
     return state;
 }
-
-bool TakesEscapes(const std::ostream& stream) { return Platform::IsTerminal(stream) && Platform::AreEscapesWanted(); }
 
 /// The console counts blue as 1 and red as 4, a terminal the other way round.
 int TerminalColor(int color) { return ((color & 1) << 2) | (color & 2) | ((color & 4) >> 2); }
@@ -49,12 +51,22 @@ std::string Sgr(int attribute) {
 }
 
 void ApplyColors() {
-    if (Now().dumpEnabled) Now().attribute = ((Now().background & 15) << 4) | (Now().foreground & 15);
+    if (!Now().dumpEnabled) return;
+    const unsigned word = static_cast<unsigned>(Now().background) * 16 + static_cast<unsigned>(Now().foreground);
+    Now().attribute = static_cast<std::uint16_t>(word);
 }
 
-void NoteFailure(const char* function, int line) {
-    Now().lastFailure = std::string(__FILE__) + ": Error 0 from " + function + " on line " + std::to_string(line) +
-                        ":\nThe terminal keeps its size.\n\nContinue execution?";
+void ShowColors(const Output& output) {
+    State& now = Now();
+    if (now.shownAttribute == now.attribute || !output.isColored) return;
+    output.stream << Sgr(now.attribute);
+    now.shownAttribute = now.attribute;
+}
+
+void NoteFailure(const char* function, int error, int line) {
+    Now().lastFailure = std::string(__FILE__) + ": Error " + std::to_string(error) + " from " + function + " on line " +
+                        std::to_string(line) + ":\n" + std::generic_category().message(error) +
+                        "\n\nContinue execution?";
 }
 
 }  // namespace
@@ -84,37 +96,49 @@ void SetBackground(int color) {
     ApplyColors();
 }
 
-void Put(std::ostream& stream, const std::string& text) {
-    State& now = Now();
-    if (now.stream != &stream) {
-        now.stream = &stream;
-        now.shownAttribute = PlainAttribute;
-    }
-    if (now.shownAttribute != now.attribute && TakesEscapes(stream)) {
-        stream << Sgr(now.attribute);
-        now.shownAttribute = now.attribute;
-    }
-    stream << text;
-    if (!now.dumpEnabled) return;
-    for (const char c : text) now.screen.Put(c);
+void Output::LookBehind() {
+    isTerminal = Platform::IsTerminal(stream);
+    isColored = isTerminal && Platform::AreEscapesWanted();
 }
 
-void SetTitle(std::ostream& stream, const std::string& title) {
-    if (Now().dumpEnabled && TakesEscapes(stream)) stream << "\x1b]0;" << title << '\x07' << std::flush;
+void Put(const Output& output, const std::string& text) {
+    ShowColors(output);
+    output.stream << text;
+    if (!Now().dumpEnabled) return;
+    for (const char c : text) Now().screen.Put(c);
 }
 
-void Clear() {
+void EndLine(const Output& output) {
+    if (!output.isTerminal) return;
+    ShowColors(output);
+    output.stream << std::flush;
+}
+
+void SetTitle(const Output& output, const std::string& title) {
+    if (!Now().dumpEnabled || !output.isColored) return;
+    std::string shown;
+    // A title with a control byte would end the sequence, and what follows would go to the screen.
+    for (const char c : title)
+        if (static_cast<unsigned char>(c) >= 32 && c != 127) shown += c;
+    output.stream << "\x1b]0;" << shown << '\x07' << std::flush;
+}
+
+void Clear(const Output& output) {
     if (!Now().dumpEnabled) return;
     Now().screen.Clear();
-    if (Now().stream != nullptr && TakesEscapes(*Now().stream)) *Now().stream << Sgr(Now().attribute) << "\x1b[2J\x1b[H";
+    if (!output.isColored) return;
+    ShowColors(output);
+    output.stream << "\x1b[2J\x1b[H" << std::flush;
 }
 
 void SetSizes(int screenX, int screenY, int bufferX, int bufferY) {
     if (!Now().dumpEnabled) return;
     const Platform::TerminalSize largest = Platform::SizeOfTerminal();
+    if (largest.error != 0)
+        NoteFailure("GetConsoleScreenBufferInfo", largest.error, __LINE__);
+    else if (screenX < largest.columns || screenY < largest.rows)
+        NoteFailure("SetConsoleWindowInfo", static_cast<int>(std::errc::not_supported), __LINE__);
     Now().screen.Resize(bufferX, bufferY);
-    if (std::min(screenX, largest.columns) != largest.columns || std::min(screenY, largest.rows) != largest.rows)
-        NoteFailure("SetConsoleWindowInfo", __LINE__);
 }
 
 const ScreenBuffer& Screen() { return Now().screen; }

@@ -19,7 +19,8 @@ struct CloseFile {
 };
 using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
-/// What a dump shows of a row of the console: up to 50 blanks in a row behind the first other byte, without those at the end.
+/// What a dump shows of a row of the console: up to 50 blanks in a row behind the first other byte, without those at
+/// the end.
 std::string ShownPart(const std::string& row) {
     constexpr int mostBlanks = 50;
     std::size_t end = 0;
@@ -31,50 +32,64 @@ std::string ShownPart(const std::string& row) {
     return row.substr(0, end);
 }
 
+void Print(const std::string& text, std::FILE* file) { std::fwrite(text.data(), 1, text.size(), file); }
+
 void DumpScreen(std::FILE* file) {
-    constexpr int mostBlankRows = 10;
-    int blankRows = 0;
+    constexpr std::size_t mostBlankRows = 10;
+    std::size_t blankRows = 0;
     for (const std::string& row : Console::Screen().Rows()) {
         const std::string text = ShownPart(row);
         if (text.empty()) {
             if (++blankRows == mostBlankRows) return;
             continue;
         }
-        std::fprintf(file, "%s%s\n", std::string(static_cast<std::size_t>(blankRows), '\n').c_str(), text.c_str());
+        Print(std::string(blankRows, '\n') + text + '\n', file);
         blankRows = 0;
     }
 }
 
 }  // namespace
 
-ConsoleDumpingDevice::ConsoleDumpingDevice(std::ostream& stream) : stream_(stream) { Console::Init(); }
+ConsoleDumpingDevice::ConsoleDumpingDevice(std::ostream& stream) : output_(new Console::Output{stream}) {
+    output_->LookBehind();
+    Console::Init();
+}
 
-void ConsoleDumpingDevice::SetTitle(const std::string& title) { Console::SetTitle(stream_, title); }
+ConsoleDumpingDevice::~ConsoleDumpingDevice() = default;
+
+void ConsoleDumpingDevice::SetTitle(const std::string& title) { Console::SetTitle(*output_, title); }
 
 void ConsoleDumpingDevice::FgColorB(int color) {
     // On a light background 0 stands for white, unlike in `AnalyzeColor`.
-    if (!IsDarkBackground() && color == 0) color = 15;
-    else AnalyzeColor(color);
+    if (!IsDarkBackground() && color == 0)
+        color = 15;
+    else
+        AnalyzeColor(color);
     Console::SetForeground(color);
 }
 
 void ConsoleDumpingDevice::BkColorB(int color) { Console::SetBackground(color); }
 
-void ConsoleDumpingDevice::Write(const std::string& text) { Console::Put(stream_, text); }
+void ConsoleDumpingDevice::Write(const std::string& text) { Console::Put(*output_, text); }
 
 void ConsoleDumpingDevice::OnBegin() {
-    line_.lock();
-    if (!isFirstLine) Console::Put(stream_, "\n");
+    std::unique_lock line(line_);
+    output_->LookBehind();
+    if (!isFirstLine) Console::Put(*output_, "\n");
     isFirstLine = false;
+    line.release();  // until `OnEnd`
 }
 
-void ConsoleDumpingDevice::OnEnd() { line_.unlock(); }
+void ConsoleDumpingDevice::OnEnd() {
+    const std::lock_guard line(line_, std::adopt_lock);
+    Console::EndLine(*output_);
+}
 
 void ConsoleDumpingDevice::Reset() {
     isFirstLine = true;
     if (Settings::ToBool("Console.Init")) Console::Init();
     Console::SetSizes(132, 65, 500, 3000);
-    Console::Clear();
+    Console::Clear(*output_);
 }
 
 void ConsoleDumpingDevice::ApplyBackground() { BkColorB(IsDarkBackground() ? 0 : 15); }
@@ -83,8 +98,7 @@ void ConsoleDumpingDevice::DumpAll(const std::string& file) {
     OpenFile open(Platform::OpenFile(file, "w"));
     if (open == nullptr) return;
     const std::string formatter = Settings::ToString("Console.XSLTFormatter");
-    if (!formatter.empty())
-        std::fprintf(open.get(), "<?xml-stylesheet type=\"text/xsl\" href=\"%s\"?>\n", formatter.c_str());
+    if (!formatter.empty()) Print("<?xml-stylesheet type=\"text/xsl\" href=\"" + formatter + "\"?>\n", open.get());
     if (Console::IsDumpEnabled()) DumpScreen(open.get());
     open.reset();
     if (Settings::ToBool("Console.ArchiveDumpFile")) IO::Archive(file);

@@ -1,4 +1,7 @@
 #include "Utils/U_Console/Console.h"
+
+#include <iostream>
+
 #include "Utils/U_Console/ConsoleState.h"
 #include "Utils/U_Settings/Settings.h"
 
@@ -10,7 +13,9 @@ void Init() {
     SetForeground(Settings::ToInt("Console.Color.Foreground"));
     SetSizes(Settings::ToInt("Console.Screen.Size.X"), Settings::ToInt("Console.Screen.Size.Y"),
              Settings::ToInt("Console.Buffer.Size.X"), Settings::ToInt("Console.Buffer.Size.Y"));
-    Clear();
+    Output console{std::cout};
+    console.LookBehind();
+    Clear(console);
 }
 
 }  // namespace KM::Console

@@ -38,12 +38,21 @@ void DumpingDevice::OnEnd() {}
 void DumpingDevice::DumpAll(const std::string&) {}
 
 void DumpingDevice::AnalyzeColor(int& color) const {
-    if (IsDarkBackground() || color == 0) return;
-    if (color == 15) color = 0;
-    else if (color == 7) color = 8;
-    else if (color == 8) color = 7;
-    else if (color < 8) color += 8;
-    else color -= 8;
+    if (IsDarkBackground()) return;
+    switch (color) {
+        case 0:
+        case 15:
+            color = 0;
+            break;
+        case 7:
+            color = 8;
+            break;
+        case 8:
+            color = 7;
+            break;
+        default:
+            color += color < 8 ? 8 : -8;
+    }
 }
 
 void DumpingDevice::Redraw() {

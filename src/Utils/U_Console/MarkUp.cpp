@@ -1,6 +1,8 @@
 #include "Utils/U_Console/MarkUp.h"
 
 #include <cstddef>
+#include <cstdlib>
+#include <exception>
 
 namespace KM {
 namespace {
@@ -19,13 +21,13 @@ public:
     MarkUpReader(DumpingDevice& device, const std::string& text) : device_(device), text_(text) {}
 
     void Run() {
-        device_.OnBegin();
         // The step behind each code or byte also steps over the closing backquote of a code.
         for (std::size_t i = 0; i < text_.size(); ++i) {
-            if (text_[i] == Quote && i + 1 < text_.size()) i = Code(i);
-            else device_.Write(std::string(1, text_[i]));
+            if (text_[i] == Quote && i + 1 < text_.size())
+                i = Code(i);
+            else
+                device_.Write(std::string(1, text_[i]));
         }
-        device_.OnEnd();
     }
 
 private:
@@ -35,19 +37,32 @@ private:
     /// Returns the position of the code's closing backquote, or of the backquote itself when it begins no code.
     std::size_t Code(std::size_t i) {
         switch (text_[i + 1]) {
-            case 'B': return Toggle(i, bold_, &DumpingDevice::BoldB, &DumpingDevice::BoldE);
-            case 'I': return Toggle(i, italic_, &DumpingDevice::ItalicB, &DumpingDevice::ItalicE);
-            case 'U': return Toggle(i, underline_, &DumpingDevice::UnderlineB, &DumpingDevice::UnderlineE);
-            case 'H': return Toggle(i, hyperlink_, &DumpingDevice::HyperlinkB, &DumpingDevice::HyperlinkE);
-            case 'A': return Toggle(i, accolade_, &DumpingDevice::AccoladeB, &DumpingDevice::AccoladeE);
-            // These three have no flag of their own: a strike ends only within italics, and so on. Formatters rely on it.
-            case 'T': return Choose(i, italic_, &DumpingDevice::StrikeB, &DumpingDevice::StrikeE);
-            case 'S': return Choose(i, underline_, &DumpingDevice::SuperB, &DumpingDevice::SuperE);
-            case 's': return Choose(i, hyperlink_, &DumpingDevice::SubB, &DumpingDevice::SubE);
-            case 'C': return Number(i, &DumpingDevice::FgColorB, &DumpingDevice::FgColorE);
-            case 'c': return Number(i, &DumpingDevice::BkColorB, &DumpingDevice::BkColorE);
-            case 'Z': return Number(i, &DumpingDevice::SizeB, &DumpingDevice::SizeE);
-            default: return i;  // the backquote is dropped, and the byte behind it comes up as plain text
+            case 'B':
+                return Toggle(i, bold_, &DumpingDevice::BoldB, &DumpingDevice::BoldE);
+            case 'I':
+                return Toggle(i, italic_, &DumpingDevice::ItalicB, &DumpingDevice::ItalicE);
+            case 'U':
+                return Toggle(i, underline_, &DumpingDevice::UnderlineB, &DumpingDevice::UnderlineE);
+            case 'H':
+                return Toggle(i, hyperlink_, &DumpingDevice::HyperlinkB, &DumpingDevice::HyperlinkE);
+            case 'A':
+                return Toggle(i, accolade_, &DumpingDevice::AccoladeB, &DumpingDevice::AccoladeE);
+            // These three have no flag of their own: a strike ends only within italics, and so on. Formatters rely on
+            // it.
+            case 'T':
+                return Choose(i, italic_, &DumpingDevice::StrikeB, &DumpingDevice::StrikeE);
+            case 'S':
+                return Choose(i, underline_, &DumpingDevice::SuperB, &DumpingDevice::SuperE);
+            case 's':
+                return Choose(i, hyperlink_, &DumpingDevice::SubB, &DumpingDevice::SubE);
+            case 'C':
+                return Number(i, &DumpingDevice::FgColorB, &DumpingDevice::FgColorE);
+            case 'c':
+                return Number(i, &DumpingDevice::BkColorB, &DumpingDevice::BkColorE);
+            case 'Z':
+                return Number(i, &DumpingDevice::SizeB, &DumpingDevice::SizeE);
+            default:
+                return i;  // the backquote is dropped, and the byte behind it comes up as plain text
         }
     }
 
@@ -63,21 +78,18 @@ private:
     }
 
     std::size_t Number(std::size_t i, NumberOperation begin, Operation end) {
-        std::size_t at = i + 2;
-        if (at >= text_.size() || text_[at] == Quote) {
+        const std::size_t at = i + 2;
+        if (at >= text_.size()) return at;  // the text ends inside the code, which then says nothing
+        if (text_[at] == Quote) {
             (device_.*end)();
             return at;
         }
-        // The first byte is taken whatever it is; a text that is no number counts as 0.
-        int number = IsDigit(text_[at]) ? text_[at] - '0' : 0;
-        const bool isNumber = IsDigit(text_[at]);
-        ++at;
-        if (at < text_.size() && IsDigit(text_[at])) {
-            if (isNumber) number = number * 10 + (text_[at] - '0');
-            ++at;
-        }
-        (device_.*begin)(number);
-        return at;
+        // The first byte is taken whatever it is, so that a negative number of one digit comes through.
+        char number[] = {text_[at], '\0', '\0'};
+        const bool hasTwo = at + 1 < text_.size() && IsDigit(text_[at + 1]);
+        if (hasTwo) number[1] = text_[at + 1];
+        (device_.*begin)(std::atoi(number));
+        return at + (hasTwo ? 2 : 1);
     }
 
     DumpingDevice& device_;
@@ -89,10 +101,36 @@ private:
     bool accolade_ = false;
 };
 
+/// Ends the line also when the device throws within it: `OnEnd` gives back what other threads wait for.
+class Line {
+public:
+    explicit Line(DumpingDevice& device) : device_(device), exceptions_(std::uncaught_exceptions()) {
+        device_.OnBegin();
+    }
+    Line(const Line&) = delete;
+    Line& operator=(const Line&) = delete;
+    ~Line() noexcept(false) {
+        if (std::uncaught_exceptions() == exceptions_) {
+            device_.OnEnd();
+            return;
+        }
+        try {
+            device_.OnEnd();
+        } catch (...) {}  // the first exception is the one to know
+    }
+
+private:
+    DumpingDevice& device_;
+    int exceptions_;
+};
+
 }  // namespace
 
 std::string ColorCode(int color) { return "`C" + std::to_string(color) + "`"; }
 
-void WriteMarkedUp(DumpingDevice& device, const std::string& text) { MarkUpReader(device, text).Run(); }
+void WriteMarkedUp(DumpingDevice& device, const std::string& text) {
+    const Line line(device);
+    MarkUpReader(device, text).Run();
+}
 
 }  // namespace KM

@@ -10,28 +10,28 @@ constexpr const char* Bold = "`B`";
 OutputFormatter::~OutputFormatter() = default;
 void OutputFormatter::OnInit() {}
 void OutputFormatter::OnClose() {}
-std::string OutputFormatter::Header() const { return {}; }
-std::string OutputFormatter::Footer() const { return {}; }
-bool OutputFormatter::HasNoLabels() const { return false; }
-std::string OutputFormatter::OpenMarkStart() const { return {}; }
-std::string OutputFormatter::OpenMarkEnd() const { return {}; }
-bool OutputFormatter::IsOpenLabelPlain() const { return false; }
-std::string OutputFormatter::CloseMarkStart() const { return {}; }
-std::string OutputFormatter::CloseMarkEnd() const { return {}; }
-bool OutputFormatter::IsCloseLabelPlain() const { return false; }
-std::string OutputFormatter::OpenLabelStyleStart() const { return {}; }
-std::string OutputFormatter::OpenLabelStyleEnd() const { return {}; }
-std::string OutputFormatter::CloseLabelStyleStart() const { return {}; }
-std::string OutputFormatter::CloseLabelStyleEnd() const { return {}; }
+std::string OutputFormatter::Header() { return {}; }
+std::string OutputFormatter::Footer() { return {}; }
+bool OutputFormatter::HasNoLabels() { return false; }
+std::string OutputFormatter::OpenMarkStart() { return {}; }
+std::string OutputFormatter::OpenMarkEnd() { return {}; }
+bool OutputFormatter::IsOpenLabelPlain() { return false; }
+std::string OutputFormatter::CloseMarkStart() { return {}; }
+std::string OutputFormatter::CloseMarkEnd() { return {}; }
+bool OutputFormatter::IsCloseLabelPlain() { return false; }
+std::string OutputFormatter::OpenLabelStyleStart() { return {}; }
+std::string OutputFormatter::OpenLabelStyleEnd() { return {}; }
+std::string OutputFormatter::CloseLabelStyleStart() { return {}; }
+std::string OutputFormatter::CloseLabelStyleEnd() { return {}; }
 
-std::string OutputFormatterBoldLabel::OpenLabelStyleStart() const { return Bold; }
-std::string OutputFormatterBoldLabel::OpenLabelStyleEnd() const { return Bold; }
-std::string OutputFormatterBoldLabel::CloseLabelStyleStart() const { return Bold; }
-std::string OutputFormatterBoldLabel::CloseLabelStyleEnd() const { return Bold; }
+std::string OutputFormatterBoldLabel::OpenLabelStyleStart() { return Bold; }
+std::string OutputFormatterBoldLabel::OpenLabelStyleEnd() { return Bold; }
+std::string OutputFormatterBoldLabel::CloseLabelStyleStart() { return Bold; }
+std::string OutputFormatterBoldLabel::CloseLabelStyleEnd() { return Bold; }
 
-std::string XMLFormatter::OpenMarkStart() const { return "`C7`<"; }
-std::string XMLFormatter::OpenMarkEnd() const { return "`C7`>"; }
-std::string XMLFormatter::CloseMarkStart() const { return "`C7`</"; }
-std::string XMLFormatter::CloseMarkEnd() const { return "`C7`>"; }
+std::string XMLFormatter::OpenMarkStart() { return "`C7`<"; }
+std::string XMLFormatter::OpenMarkEnd() { return "`C7`>"; }
+std::string XMLFormatter::CloseMarkStart() { return "`C7`</"; }
+std::string XMLFormatter::CloseMarkEnd() { return "`C7`>"; }
 
 }  // namespace KM

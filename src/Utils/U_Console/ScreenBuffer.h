@@ -6,8 +6,8 @@
 
 namespace KM::Console {
 
-/// What a text console holds: rows of characters with a cursor. The oldest row goes when the buffer is full. A dump of the
-/// console reads it, also where no terminal is there to be read.
+/// What a text console holds: rows of characters with a cursor. The oldest row goes when the buffer is full. A dump of
+/// the console reads it, also where no terminal is there to be read.
 class ScreenBuffer {
 public:
     ScreenBuffer(int columns, int rows);
@@ -15,8 +15,8 @@ public:
     /// Keeps the newest rows, each cut to the new width.
     void Resize(int columns, int rows);
     void Clear();
-    /// Line feed, carriage return, tabulator and back-space move the cursor; other bytes below 32 are dropped; a full row
-    /// goes on in the next one.
+    /// Line feed, carriage return, tabulator and back-space move the cursor; other bytes below 32 are dropped; a full
+    /// row goes on in the next one.
     void Put(char c);
 
     int Columns() const { return columns_; }

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <map>
 #include <mutex>
+#include <utility>
+#include <vector>
 
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Debug/Time.h"
@@ -22,16 +24,25 @@ Registry& Chronometers() {
     return registry;
 }
 
+/// All of them in the order of their names. They stay where they are, so the log can be written without the lock.
+std::vector<const AdditiveChronometer*> AllChronometers() {
+    const std::lock_guard guard(Chronometers().lock);
+    std::vector<const AdditiveChronometer*> all;
+    for (const auto& [name, chronometer] : Chronometers().byName) all.push_back(&chronometer);
+    return all;
+}
+
 struct ReadableCount {
-    double count;
+    long long count;  // truncated
     char unit;
 };
 
-ReadableCount Scaled(double count) {
-    if (count >= 1e10) return {count / 1e9, 'B'};
-    if (count >= 1e7) return {count / 1e6, 'M'};
-    if (count >= 10000) return {count / 1000, 'K'};
-    return {count, ' '};
+ReadableCount Scaled(std::int64_t calls) {
+    const double count = static_cast<double>(calls);
+    if (count >= 1e10) return {static_cast<long long>(count / 1e9), 'B'};
+    if (count >= 1e7) return {static_cast<long long>(count / 1e6), 'M'};
+    if (count >= 10000) return {static_cast<long long>(count / 1000), 'K'};
+    return {calls, ' '};
 }
 
 }  // namespace
@@ -43,8 +54,10 @@ Chronometer::Chronometer(const std::string& name, bool enabled, const std::strin
 }
 
 Chronometer::~Chronometer() {
-    if (enabled_)
+    if (!enabled_) return;
+    try {
         Application::Services::DumpStream() << name_ << ".end(); //Elapsed Time = " << ElapsedTime() << "[sec]; \n";
+    } catch (...) {}  // a stream may be set to throw, and a trace line is not worth the process
 }
 
 double Chronometer::ElapsedTime() const { return Time::Get() - start_; }
@@ -79,29 +92,32 @@ void AdditiveChronometer::EndSpan(double start) {
 
 void AdditiveChronometer::Dump() const {
     if (Calls() == 0) return;
-    const ReadableCount count = Scaled(static_cast<double>(Calls()));
-    char text[128];
+    const ReadableCount shown = Scaled(Calls());
+    char text[512];  // holds the longest double too
     // The unit stands behind the count and a blank of its own; a count without unit leaves a second blank.
-    std::snprintf(text, sizeof text, "Time: %7.2f Seconds, Called: %4d %cTimes, Inside: ", Total(),
-                  static_cast<int>(count.count), count.unit);
+    std::snprintf(text, sizeof text, "Time: %7.2f Seconds, Called: %4lld %cTimes, Inside: ", Total(), shown.count,
+                  shown.unit);
     Verbose::WriteMessage_1(Verbose::EMessageType::Info, text + name_ + ";");
 }
 
 void AdditiveChronometer::DumpAll() {
     Verbose::Scope scope("ActiveActionsTracers");
-    for (const auto& [name, chronometer] : Chronometers().byName) chronometer.Dump();
+    for (const AdditiveChronometer* chronometer : AllChronometers()) chronometer->Dump();
 }
 
 AdditiveChronometer& AdditiveChronometer::Get(const std::string& name) {
     return Chronometers().byName.try_emplace(name, name).first->second;
 }
 
-AdditiveChronometer::Auto::Auto(const std::string& name, AdditiveChronometer*& slot) : target_(slot), start_(Time::Get()) {
+AdditiveChronometer::Auto::Auto(const std::string& name, AdditiveChronometer*& slot)
+    : target_(slot), start_(Time::Get()) {
     if (std::atomic_ref(slot).load() != nullptr) return;
     const std::lock_guard guard(Chronometers().lock);
     if (slot == nullptr) std::atomic_ref(slot).store(&AdditiveChronometer::Get(name));
 }
 
-AdditiveChronometer::Auto::~Auto() { target_->EndSpan(start_); }
+AdditiveChronometer::Auto::~Auto() {
+    if (target_ != nullptr) target_->EndSpan(start_);
+}
 
 }  // namespace KM::Time

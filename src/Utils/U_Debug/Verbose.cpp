@@ -1,5 +1,7 @@
 #include "Utils/U_Debug/Verbose.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstdio>
 
 #include "Utils/U_Console/Console.h"
@@ -15,17 +17,24 @@ namespace {
 constexpr int MessageColor = 15;
 constexpr int DefaultLinkColor = 12;
 
-CheckPoint& CurrentCheckPoint() {
-    static CheckPoint current = [] {};
-    return current;
+// Far beyond any real nesting; keeps a depth that a caller has spoilt from making lines of gigabytes.
+constexpr int DeepestIndentation = 10000;
+
+void NoCheck() {}
+CheckPoint currentCheckPoint = NoCheck;
+
+void ChangeIndentation(int step) {
+    // Anybody may have set it, to either end of its range.
+    const long long depth = State().indentation + static_cast<long long>(step);
+    State().indentation = static_cast<int>(std::clamp<long long>(depth, INT_MIN, INT_MAX));
 }
 
 /// Shows the scopes that have not been shown yet, outermost first.
 void AnnounceScopes() {
     LogState& state = State();
     while (state.announced < static_cast<int>(state.scopes.size())) {
-        WriteRecord({state.scopes[state.announced]->Name(), "", "", 0, true, false});
-        ++state.announced;
+        const int next = state.announced++;
+        WriteRecord({state.scopes[static_cast<std::size_t>(next)].name, "", "", 0, true, false});
     }
 }
 
@@ -38,60 +47,104 @@ int LabelColor(const std::string& label) {
     return 14;
 }
 
-std::string Label(const std::string& label, bool isPlain) {
-    if (isPlain) return label;
-    return ColorCode(LabelColor(label)) + label + ColorCode(Console::GetForeground());
+/// A text in a colour, and the colour code of the console behind it.
+void AppendColored(std::string& text, int color, const std::string& colored) {
+    text += ColorCode(color);
+    text += colored;
+    text += ColorCode(Console::GetForeground());
 }
 
-std::string OpeningMark(const OutputFormatter& formatter, const LogRecord& record) {
-    std::string text = formatter.OpenMarkStart() + formatter.OpenLabelStyleStart();
-    text += Label(record.label, formatter.IsOpenLabelPlain());
-    if (!record.link.empty())
-        text += " Link=\"" + ColorCode(record.linkColor) + record.link + ColorCode(Console::GetForeground()) + "\"";
-    return text + formatter.OpenLabelStyleEnd() + formatter.OpenMarkEnd();
+void AppendLabel(std::string& text, const std::string& label, bool isPlain) {
+    if (isPlain)
+        text += label;
+    else
+        AppendColored(text, LabelColor(label), label);
 }
 
-std::string ClosingMark(const OutputFormatter& formatter, const LogRecord& record) {
-    return formatter.CloseMarkStart() + formatter.CloseLabelStyleStart() +
-           Label(record.label, formatter.IsCloseLabelPlain()) + formatter.CloseLabelStyleEnd() +
-           formatter.CloseMarkEnd();
+// Statement by statement, since formatters may count on the order of the calls.
+void AppendOpeningMark(std::string& text, OutputFormatter& formatter, const LogRecord& record) {
+    text += formatter.OpenMarkStart();
+    text += formatter.OpenLabelStyleStart();
+    AppendLabel(text, record.label, formatter.IsOpenLabelPlain());
+    if (!record.link.empty()) {
+        text += " Link=\"";
+        AppendColored(text, record.linkColor, record.link);
+        text += '"';
+    }
+    text += formatter.OpenLabelStyleEnd();
+    text += formatter.OpenMarkEnd();
+}
+
+void AppendClosingMark(std::string& text, OutputFormatter& formatter, const LogRecord& record) {
+    text += formatter.CloseMarkStart();
+    text += formatter.CloseLabelStyleStart();
+    AppendLabel(text, record.label, formatter.IsCloseLabelPlain());
+    text += formatter.CloseLabelStyleEnd();
+    text += formatter.CloseMarkEnd();
 }
 
 std::string Indentation() {
     std::string text;
-    for (int i = 0; i < State().indentation; ++i) text += State().indentAppearance;
+    const int depth = std::min(State().indentation, DeepestIndentation);
+    for (int i = 0; i < depth; ++i) text += State().indentAppearance;
     return text;
 }
 
 std::string SecondsSince(double start) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.2f", Time::Get() - start);
-    return std::string(text) + "[sec]";
+    char text[512];  // holds the longest double too
+    std::snprintf(text, sizeof text, "%.2f[sec]", Time::Get() - start);
+    return text;
+}
+
+/// The closing of a scope: keeps an abort away, and takes an entry off the stack also when the device throws.
+class Closing {
+public:
+    explicit Closing(const Scope* scope) : scope_(scope) { State().checkAbortEnabled = false; }
+    Closing(const Closing&) = delete;
+    Closing& operator=(const Closing&) = delete;
+    ~Closing() {
+        LogState& state = State();
+        // The last entry, without a search: scopes are strictly nested.
+        if (state.scopes.back().scope != scope_) state.isOutOfTurn = true;
+        state.scopes.pop_back();
+        state.announced = std::min(state.announced, static_cast<int>(state.scopes.size()));
+        state.checkAbortEnabled = true;
+    }
+
+private:
+    const Scope* scope_;
+};
+
+/// The entry of a scope that was not closed in its turn stays, as a mere name.
+void ForgetScope(const Scope* scope) {
+    LogState& state = State();
+    for (OpenScope& open : state.scopes)
+        if (open.scope == scope) open.scope = nullptr;
+    if (state.scopes.empty()) state.isOutOfTurn = false;
 }
 
 }  // namespace
 
 LogState& State() {
-    static LogState state;
+    // Never destroyed: static objects may log after `main`.
+    static LogState& state = *new LogState;
     return state;
 }
 
-void SetCheckPoint(CheckPoint checkPoint) { CurrentCheckPoint() = checkPoint; }
+void SetCheckPoint(CheckPoint checkPoint) { currentCheckPoint = checkPoint != nullptr ? checkPoint : NoCheck; }
 
 void WriteRecord(const LogRecord& record) {
     if (!Console::IsDumpEnabled() || !Services::HasOutputFormatter()) return;
     State().records.push_back(record);
-    const OutputFormatter& formatter = *Services::GetOutputFormatter();
+    OutputFormatter& formatter = *Services::GetOutputFormatter();
     const bool hasLabel = !record.label.empty();
     std::string text;
-    if (record.begin && hasLabel) text += OpeningMark(formatter, record);
-    text += ColorCode(MessageColor) + record.message + ColorCode(Console::GetForeground());
-    if (record.end) {
-        if (hasLabel) text += ClosingMark(formatter, record);
-        if (!record.begin) --State().indentation;
-    }
+    if (record.begin && hasLabel) AppendOpeningMark(text, formatter, record);
+    AppendColored(text, MessageColor, record.message);
+    if (record.end && hasLabel) AppendClosingMark(text, formatter, record);
+    if (record.end && !record.begin) ChangeIndentation(-1);
     WriteMarkedUp(*Services::GetDumpingDevice(), Indentation() + text);
-    if (record.begin && !record.end) ++State().indentation;
+    if (record.begin && !record.end) ChangeIndentation(1);
 }
 
 std::string EMessageType::Name(iterator type) {
@@ -110,12 +163,11 @@ void Level(EMessageType::iterator value) {
 }
 
 void WriteMessage_1(EMessageType::iterator type, const std::string& text) {
-    static const std::string noLink;
-    WriteMessage_2(type, text, noLink, DefaultLinkColor);
+    WriteMessage_2(type, text, {}, DefaultLinkColor);
 }
 
 void WriteMessage_2(EMessageType::iterator type, const std::string& text, const std::string& link, int linkColor) {
-    CurrentCheckPoint()();
+    currentCheckPoint();
     if (static_cast<int>(type) > static_cast<int>(State().level)) return;
     AnnounceScopes();
     WriteRecord({EMessageType::Name(type), text, link, linkColor, true, true});
@@ -134,23 +186,22 @@ int& CurrentIndentation() { return State().indentation; }
 std::string& IndentAppearance() { return State().indentAppearance; }
 int CurrentLineNumber() { return 0; }
 
-Scope::Scope(const std::string& name) : startTime_(Time::Get()), name_(name) { State().scopes.push_back(this); }
+Scope::Scope(const std::string& name) : startTime_(Time::Get()), name_(name) { State().scopes.push_back({this, name}); }
 
-Scope::~Scope() { Unrole(); }
+Scope::~Scope() {
+    Unrole();
+    if (State().isOutOfTurn) ForgetScope(this);
+}
 
 void Scope::Unrole() {
     if (closed_) return;
     closed_ = true;
+    const Closing closing(this);
     LogState& state = State();
-    state.checkAbortEnabled = false;
-    if (state.announced == static_cast<int>(state.scopes.size())) {
-        WriteRecord({"Time", SecondsSince(startTime_), "", 0, true, true});
-        --state.announced;
-        WriteRecord({name_, "", "", 0, false, true});
-    }
-    // The last entry, without a search: scopes are strictly nested.
-    if (!state.scopes.empty()) state.scopes.pop_back();
-    state.checkAbortEnabled = true;
+    if (state.announced != static_cast<int>(state.scopes.size())) return;
+    WriteRecord({"Time", SecondsSince(startTime_), "", 0, true, true});
+    --state.announced;
+    WriteRecord({name_, "", "", 0, false, true});
 }
 
 void Scope::Dummy() { dummyTime_ = startTime_; }

@@ -5,15 +5,15 @@
 namespace KM::Console {
 
 // The text console of the process. Colours have four bits, BRGB from high to low, as in "b0111". Nothing touches the
-// console while output is not enabled. On a terminal colours are SGR sequences; where output is no terminal, or NO_COLOR
-// is set, no escape byte is written.
+// console while output is not enabled. On a terminal colours are SGR sequences; where output is no terminal, or
+// NO_COLOR is set, no escape byte is written.
 
 /// The one switch for all output to console and log; off at start.
 KM_API void IsDumpEnabled(bool enabled);
 KM_API bool IsDumpEnabled();
 
-/// Puts colours and sizes from the settings `Console.*` and clears the screen, if output is enabled and "Console.Init" is
-/// set.
+/// Puts colours and sizes from the settings `Console.*` and clears the screen, if output is enabled and "Console.Init"
+/// is set.
 KM_API void Init();
 
 /// The foreground colour. The first call gives the whole attribute word of the console, background bits and all.

@@ -8,8 +8,8 @@ namespace KM {
 
 /// Where the log goes: an abstract output with bold, colour and hyperlink operations, driven by the codes in a line.
 ///
-/// All codes begin and end with a backquote: `B` `I` `U` `H` `A` switch bold, italic, underline, hyperlink and accolade on
-/// and off in turn; `T` `S` `s` are strike, superscript and subscript; C12, c12 and Z12 begin a foreground colour, a
+/// All codes begin and end with a backquote: `B` `I` `U` `H` `A` switch bold, italic, underline, hyperlink and accolade
+/// on and off in turn; `T` `S` `s` are strike, superscript and subscript; C12, c12 and Z12 begin a foreground colour, a
 /// background colour and a size, and the bare letter ends it. A colour is a number of four bits, BRGB from high to low.
 ///
 /// The virtual operations stand in this order; all but the last two do nothing in this class.

@@ -14,8 +14,8 @@ public:
     static DumpingDevice* GetDumpingDevice();
     static void SetDumpingDevice(DumpingDevice* device);
 
-    /// The formatter set before, or the `XMLFormatter` of the process, which is then set. Nothing is logged before one of
-    /// these two calls has set a formatter.
+    /// The formatter set before, or the `XMLFormatter` of the process, which is then set. Nothing is logged before one
+    /// of these two calls has set a formatter.
     static OutputFormatter* GetOutputFormatter();
     /// When a formatter replaces another one, the log is drawn again through it.
     static void SetOutputFormatter(OutputFormatter* formatter);

@@ -19,40 +19,40 @@ public:
     virtual void OnInit();
     virtual void OnClose();
     /// Texts for hosts that write a document of their own; the log does not use them.
-    virtual std::string Header() const;
-    virtual std::string Footer() const;
+    virtual std::string Header();
+    virtual std::string Footer();
     /// For hosts; the log does not use it.
-    virtual bool HasNoLabels() const;
-    virtual std::string OpenMarkStart() const;
-    virtual std::string OpenMarkEnd() const;
+    virtual bool HasNoLabels();
+    virtual std::string OpenMarkStart();
+    virtual std::string OpenMarkEnd();
     /// True when the label of an opening mark is to stay uncoloured.
-    virtual bool IsOpenLabelPlain() const;
-    virtual std::string CloseMarkStart() const;
-    virtual std::string CloseMarkEnd() const;
+    virtual bool IsOpenLabelPlain();
+    virtual std::string CloseMarkStart();
+    virtual std::string CloseMarkEnd();
     /// True when the label of a closing mark is to stay uncoloured.
-    virtual bool IsCloseLabelPlain() const;
-    virtual std::string OpenLabelStyleStart() const;
-    virtual std::string OpenLabelStyleEnd() const;
-    virtual std::string CloseLabelStyleStart() const;
-    virtual std::string CloseLabelStyleEnd() const;
+    virtual bool IsCloseLabelPlain();
+    virtual std::string OpenLabelStyleStart();
+    virtual std::string OpenLabelStyleEnd();
+    virtual std::string CloseLabelStyleStart();
+    virtual std::string CloseLabelStyleEnd();
 };
 
 /// Writes labels in bold.
 class KM_API OutputFormatterBoldLabel : public OutputFormatter {
 public:
-    std::string OpenLabelStyleStart() const override;
-    std::string OpenLabelStyleEnd() const override;
-    std::string CloseLabelStyleStart() const override;
-    std::string CloseLabelStyleEnd() const override;
+    std::string OpenLabelStyleStart() override;
+    std::string OpenLabelStyleEnd() override;
+    std::string CloseLabelStyleStart() override;
+    std::string CloseLabelStyleEnd() override;
 };
 
 /// Makes the log an XML text: `<Info>text</Info>`. The default.
 class KM_API XMLFormatter : public OutputFormatterBoldLabel {
 public:
-    std::string OpenMarkStart() const override;
-    std::string OpenMarkEnd() const override;
-    std::string CloseMarkStart() const override;
-    std::string CloseMarkEnd() const override;
+    std::string OpenMarkStart() override;
+    std::string OpenMarkEnd() override;
+    std::string CloseMarkStart() override;
+    std::string CloseMarkEnd() override;
 };
 
 }  // namespace KM

@@ -9,17 +9,18 @@
 namespace KM {
 
 /// The one log of the system: a structured text in which each record is an element, `<Info>text</Info>`, nested in the
-/// scopes that are open. A scope leaves no trace unless something was logged inside it. Every record is kept in memory, so
-/// that the log can be drawn again on another device or in another format.
+/// scopes that are open. A scope leaves no trace unless something was logged inside it. Every record is kept in memory,
+/// so that the log can be drawn again on another device or in another format.
 ///
-/// Nothing is logged until output is enabled (`Console::IsDumpEnabled(true)`) and a formatter is set (`KM::Services`). One
-/// thread at a time.
+/// Nothing is logged until output is enabled (`Console::IsDumpEnabled(true)`) and a formatter is set (`KM::Services`).
+/// One thread at a time.
 namespace Verbose {
 
-/// The kinds of message, most urgent first. As a level, a value lets through itself and what stands before it.
+/// The kinds of message, most urgent first. As a level, a value lets through itself and what stands before it. Any
+/// `int` is taken: one below 0 as a level silences all, a message of a kind without a name has no marks.
 class KM_API EMessageType : public Enums {
 public:
-    enum iterator { None, System, Error, Warning, Info, Note, All };
+    enum iterator : int { None, System, Error, Warning, Info, Note, All };
 
     /// "None", "System" and so on; an empty text for any other number.
     static std::string Name(iterator type);
@@ -35,7 +36,8 @@ struct LogRecord {
     bool end = false;    ///< write the closing mark
 };
 
-/// Marks the span of an operation. Scopes are strictly nested: make them on the stack.
+/// Marks the span of an operation. Scopes are strictly nested: make them on the stack. One that closes takes the
+/// innermost entry off the stack of scopes, whoever it belongs to.
 class KM_API Scope {
 public:
     explicit Scope(const std::string& name);
@@ -68,11 +70,12 @@ KM_API void WriteMessage_1(EMessageType::iterator type, const std::string& text)
 
 /// Logs a message if the level lets it through, after the opening marks of the scopes that have not been shown yet.
 ///
-/// Each call is a check point of cancellation, also for a message that the level drops: it can throw `XUserAbort`, before
-/// anything is written.
+/// Each call is a check point of cancellation, also for a message that the level drops: it can throw `XUserAbort`,
+/// before anything is written.
 /// @param link       shown in the opening mark, if not empty
 /// @param linkColor  colour of the link
-KM_API void WriteMessage_2(EMessageType::iterator type, const std::string& text, const std::string& link, int linkColor);
+KM_API void WriteMessage_2(EMessageType::iterator type, const std::string& text, const std::string& link,
+                           int linkColor);
 
 /// Forgets all records and draws the device anew. Open scopes are announced again by the next message.
 KM_API void ClearLog();
@@ -80,7 +83,7 @@ KM_API void ClearLog();
 /// The records since the log was last cleared.
 KM_API const std::vector<LogRecord>& LogRecords();
 
-/// Depth of the text. Others may adjust it.
+/// Depth of the text. Others may adjust it. A negative one counts as 0, one above 10,000 as 10,000.
 KM_API int& CurrentIndentation();
 /// What is written once per depth; two blanks at start.
 KM_API std::string& IndentAppearance();
