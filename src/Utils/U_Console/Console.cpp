@@ -56,6 +56,15 @@ void ApplyColors() {
     Now().attribute = static_cast<std::uint16_t>(word);
 }
 
+/// As the stream itself would, but without its ceremony for each single byte of a line.
+void WriteBytes(std::ostream& stream, const std::string& text) {
+    using Traits = std::ostream::traits_type;
+    for (const char c : text) {
+        if (!stream.good()) return stream.setstate(std::ios::failbit);
+        if (Traits::eq_int_type(stream.rdbuf()->sputc(c), Traits::eof())) stream.setstate(std::ios::badbit);
+    }
+}
+
 void ShowColors(const Output& output) {
     State& now = Now();
     if (now.shownAttribute == now.attribute || !output.isColored) return;
@@ -103,15 +112,15 @@ void Output::LookBehind() {
 
 void Put(const Output& output, const std::string& text) {
     ShowColors(output);
-    output.stream << text;
+    WriteBytes(output.stream, text);
     if (!Now().dumpEnabled) return;
     for (const char c : text) Now().screen.Put(c);
 }
 
 void EndLine(const Output& output) {
-    if (!output.isTerminal) return;
     ShowColors(output);
-    output.stream << std::flush;
+    const bool isImmediate = (output.stream.flags() & std::ios::unitbuf) != 0;
+    if (output.isTerminal || isImmediate) output.stream << std::flush;
 }
 
 void SetTitle(const Output& output, const std::string& title) {

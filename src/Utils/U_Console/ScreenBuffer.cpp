@@ -50,8 +50,12 @@ void ScreenBuffer::Put(char c) {
     if (static_cast<unsigned char>(c) < 32) return;
     if (column_ >= static_cast<std::size_t>(columns_)) NewLine();
     std::string& row = text_.back();
-    if (row.size() <= column_) row.resize(column_ + 1, ' ');
-    row[column_++] = c;
+    if (row.size() < column_) row.resize(column_, ' ');
+    if (row.size() == column_)
+        row += c;
+    else
+        row[column_] = c;
+    ++column_;
 }
 
 }  // namespace KM::Console
