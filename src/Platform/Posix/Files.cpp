@@ -1,0 +1,183 @@
+#include "Platform/Files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <utility>
+
+namespace KM::Platform {
+namespace {
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+std::vector<std::string> NamesIn(const Folder& folder) {
+    std::vector<std::string> names;
+    while (const dirent* entry = readdir(folder.get())) {
+        std::string name = entry->d_name;
+        if (name != "." && name != "..") names.push_back(std::move(name));
+    }
+    return names;
+}
+
+/// Works by open folders, not by paths: a path could lead elsewhere by the time it is used.
+void RemoveEntry(int parent, const char* name) {
+    if (unlinkat(parent, name, 0) == 0) return;
+    const int descriptor = openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    const Folder folder(descriptor >= 0 ? fdopendir(descriptor) : nullptr);
+    if (folder == nullptr) {
+        if (descriptor >= 0) close(descriptor);
+        return;
+    }
+    for (const std::string& inner : NamesIn(folder)) RemoveEntry(descriptor, inner.c_str());
+    unlinkat(parent, name, AT_REMOVEDIR);
+}
+
+bool IsRoot(const std::string& path) {
+    struct stat status {};
+    struct stat root {};
+    return stat(path.c_str(), &status) == 0 && stat("/", &root) == 0 && status.st_dev == root.st_dev &&
+           status.st_ino == root.st_ino;
+}
+
+std::int64_t CreationTime(const std::string& path, std::int64_t otherwise) {
+    struct statx status {};
+    const bool isTold =
+        statx(AT_FDCWD, path.c_str(), 0, STATX_BTIME, &status) == 0 && (status.stx_mask & STATX_BTIME) != 0;
+    return isTold ? status.stx_btime.tv_sec : otherwise;
+}
+
+/// True if `text` fits `pattern`, of which "*" and "?" are wild. Linear in practice: on a mismatch only the last star
+/// is widened.
+bool Fits(const std::string& text, const std::string& pattern) {
+    std::size_t t = 0;
+    std::size_t p = 0;
+    std::size_t star = std::string::npos;
+    std::size_t behindStar = 0;
+    while (t < text.size()) {
+        if (p < pattern.size() && pattern[p] == '*') {
+            star = p++;
+            behindStar = t;
+        } else if (p < pattern.size() && (pattern[p] == '?' || pattern[p] == text[t])) {
+            ++p;
+            ++t;
+        } else if (star != std::string::npos) {
+            p = star + 1;
+            t = ++behindStar;
+        } else {
+            return false;
+        }
+    }
+    while (p < pattern.size() && pattern[p] == '*') ++p;
+    return p == pattern.size();
+}
+
+}  // namespace
+
+std::string RealPath(const std::string& name) {
+    if (name.find('\0') != std::string::npos) return {};
+    std::string path = name;
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return path;
+}
+
+std::optional<FileInfo> InfoOf(const std::string& name) {
+    const std::string path = RealPath(name);
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return std::nullopt;
+    const bool isPlain = S_ISREG(status.st_mode);
+    return FileInfo{S_ISDIR(status.st_mode),
+                    isPlain,
+                    isPlain ? status.st_size : 0,
+                    status.st_atime,
+                    CreationTime(path, status.st_ctime),
+                    status.st_mtime};
+}
+
+std::FILE* OpenFile(const std::string& name, const char* mode) {
+    // A folder opens for reading like a file, and fails only when it is read.
+    const std::optional<FileInfo> info = InfoOf(name);
+    if (info && info->isFolder) return nullptr;
+    return std::fopen(RealPath(name).c_str(), (std::string(mode) + "e").c_str());
+}
+
+bool RemoveFile(const std::string& name) { return unlink(RealPath(name).c_str()) == 0; }
+bool MakeFolder(const std::string& name) { return mkdir(RealPath(name).c_str(), 0777) == 0; }
+
+void RemoveTree(const std::string& name) {
+    std::string path = RealPath(name);
+    while (!path.empty() && path.back() == '/') path.pop_back();
+    const std::string last = path.substr(path.rfind('/') + 1);
+    const std::optional<FileInfo> info = InfoOf(path);
+    if (last.empty() || last == "." || last == ".." || !info || !info->isFolder || IsRoot(path)) return;
+    RemoveEntry(AT_FDCWD, path.c_str());
+}
+
+std::string OwnTag() {
+    static std::atomic<unsigned> count{0};
+    return std::to_string(getpid()) + "-" + std::to_string(++count);
+}
+
+bool CopyFile(const std::string& from, const std::string& to) {
+    const std::string target = RealPath(to);
+    const std::optional<FileInfo> replaced = InfoOf(to);
+    if (target.empty() || (replaced && !replaced->isPlain)) return false;
+    const std::string copy = target + "." + OwnTag();
+    std::error_code failure;
+    const bool isCopied = std::filesystem::copy_file(RealPath(from), copy, failure) && !failure;
+    if (isCopied && std::rename(copy.c_str(), target.c_str()) == 0) return true;
+    unlink(copy.c_str());
+    return false;
+}
+
+std::vector<std::string> Matches(const std::string& pattern) {
+    const std::string path = RealPath(pattern);
+    const std::string last = path.substr(path.rfind('/') + 1);
+    if (last.empty() || last == "." || last == "..") return {};
+    if (last.find_first_of("*?") == std::string::npos) {
+        // One look, where a folder of a hundred thousand names would be read through.
+        struct stat status {};
+        return lstat(path.c_str(), &status) == 0 ? std::vector<std::string>{last} : std::vector<std::string>();
+    }
+    const std::string place = path.substr(0, path.size() - last.size());
+    const Folder folder(opendir(place.empty() ? "." : place.c_str()));
+    if (folder == nullptr) return {};
+    std::vector<std::string> names = NamesIn(folder);
+    std::erase_if(names,
+                  [&](const std::string& name) { return name.find('\\') != std::string::npos || !Fits(name, last); });
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string CurrentFolder() {
+    std::error_code failure;
+    return std::filesystem::current_path(failure).string();
+}
+
+std::string UserCacheFolder() {
+    const char* const cache = std::getenv("XDG_CACHE_HOME");
+    if (cache != nullptr && *cache == '/') return cache;  // a relative one counts as not set
+    const char* const home = std::getenv("HOME");
+    if (home != nullptr && *home != '\0') return std::string(home) + "/.cache";
+    return "/tmp/cache-" + std::to_string(getuid());
+}
+
+DiskSpace SpaceOf(const std::string& path) {
+    struct statvfs status {};
+    if (statvfs(RealPath(path).c_str(), &status) != 0) return {};
+    const double block = static_cast<double>(status.f_frsize);
+    return {static_cast<double>(status.f_bfree) * block, static_cast<double>(status.f_bavail) * block,
+            static_cast<double>(status.f_blocks) * block};
+}
+
+}  // namespace KM::Platform

@@ -1,0 +1,49 @@
+#include "Platform/Keys.h"
+
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace KM::Platform {
+namespace {
+
+/// Hands out keys one by one, without waiting for the end of a line; puts the terminal back as it was. Kept only for the
+/// moment of a look, so that a process that is killed leaves its terminal in order.
+class RawKeyboard {
+public:
+    RawKeyboard() : isRaw_(tcgetattr(STDIN_FILENO, &before_) == 0) {
+        if (!isRaw_) return;
+        termios raw = before_;
+        raw.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+        raw.c_cc[VMIN] = 0;
+        raw.c_cc[VTIME] = 0;
+        isRaw_ = tcsetattr(STDIN_FILENO, TCSANOW, &raw) == 0;
+    }
+    RawKeyboard(const RawKeyboard&) = delete;
+    RawKeyboard& operator=(const RawKeyboard&) = delete;
+    ~RawKeyboard() {
+        if (isRaw_) tcsetattr(STDIN_FILENO, TCSANOW, &before_);
+    }
+
+    int Take() const {
+        pollfd keyboard{STDIN_FILENO, POLLIN, 0};
+        unsigned char key = 0;
+        if (!isRaw_ || poll(&keyboard, 1, 0) != 1 || read(STDIN_FILENO, &key, 1) != 1) return -1;
+        return key;
+    }
+
+private:
+    termios before_{};
+    bool isRaw_;
+};
+
+}  // namespace
+
+bool IsKeyboardThere() {
+    // A process in the background that touches the terminal's settings would be stopped.
+    return isatty(STDIN_FILENO) == 1 && tcgetpgrp(STDIN_FILENO) == getpgrp();
+}
+
+int TakeKey() { return IsKeyboardThere() ? RawKeyboard().Take() : -1; }
+
+}  // namespace KM::Platform

@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include "Utils/U_XMLReader/Element.h"
+
+// Children that were erased but not destroyed, and stay usable whatever becomes of their tree.
+
+namespace KM::XML {
+namespace {
+
+Element& EraseFirst(Element& element) {
+    auto* child = dynamic_cast<Element*>(element.Children().front());
+    auto it = element.Children().begin();
+    element.EraseElement(it);
+    return *child;
+}
+
+TEST(UnlinkedNodes, KeepTheirSubtreeAndParent) {
+    Element root("root");
+    root["x.y"].V("1");
+    const Element& x = EraseFirst(root);
+    EXPECT_EQ(x.ToString("y"), "1");
+    EXPECT_EQ(x.P(), &root);
+    EXPECT_EQ(GetFullName(x), "root.x");
+}
+
+TEST(UnlinkedNodes, BecomeRootsWhenTheirElementDies) {
+    auto root = std::make_unique<Element>("root");
+    (*root)["x"];
+    (*root)["y"];
+    Element& x = EraseFirst(*root);
+    auto* y = dynamic_cast<Element*>(root->Children().front());
+    root->clear();
+    root.reset();
+    EXPECT_EQ(x.P(), nullptr);
+    EXPECT_EQ(GetFullName(*y), "y");
+    x.N("z");
+    EXPECT_EQ(x.N(), "z");
+}
+
+TEST(UnlinkedNodes, MayBeDeletedByTheirHolder) {
+    Element root("root");
+    root["x"].V("old");
+    delete &EraseFirst(root);
+    EXPECT_EQ(root.ToString("x"), "") << "the index forgets what is no more";
+    root["x"].V("new");
+    EXPECT_EQ(root.ToString("x"), "new");
+}
+
+TEST(UnlinkedNodes, MayBeDeletedAfterTheirElement) {
+    auto root = std::make_unique<Element>("root");
+    (*root)["x"];
+    *root += Comment("text", root.get());
+    Element& x = EraseFirst(*root);
+    const Base* comment = root->Children().front();
+    root->clear();
+    root.reset();
+    delete &x;
+    EXPECT_EQ(comment->P(), nullptr);
+    delete comment;
+}
+
+TEST(UnlinkedNodes, MayBeLinkedAgain) {
+    Element root("root");
+    root["x"];
+    Element& x = EraseFirst(root);
+    root.Children().push_back(&x);
+    EXPECT_EQ(root.Children().size(), 1u);
+}
+
+TEST(UnlinkedNodes, FollowAnAssignmentThatMakesThemRoots) {
+    auto root = std::make_unique<Element>("root");
+    (*root)["x"];
+    Element& x = EraseFirst(*root);
+    x = Element("free");
+    EXPECT_EQ(x.P(), nullptr);
+    root.reset();
+    EXPECT_EQ(x.N(), "free");
+    delete &x;
+}
+
+TEST(UnlinkedNodes, OfTreesOfSeveralThreadsShareOnePlace) {
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([] {
+            for (int i = 0; i < 500; ++i) {
+                Element root("root");
+                root["x"];
+                root["y"];
+                delete &EraseFirst(root);
+                root.clear();
+            }
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+}
+
+}  // namespace
+}  // namespace KM::XML
