@@ -111,6 +111,15 @@ public:
 private:
     class DoomedChildren;
 
+    // Shorter names come first: most comparisons then end at the length, and the order of the index shows nowhere.
+    struct ByLength {
+        using is_transparent = void;
+        bool operator()(std::string_view a, std::string_view b) const {
+            return a.size() != b.size() ? a.size() < b.size() : a < b;
+        }
+    };
+    using Index = std::map<std::string, Element*, ByLength>;
+
     static std::unique_ptr<Base> CloneTree(const Base& source);
     static std::unique_ptr<Element> CloneWithoutChildren(const Element& source);
 
@@ -125,7 +134,7 @@ private:
     ChildList::iterator Unlink(ChildList::iterator it);
 
     AttributeMap attributes_;
-    std::map<std::string, Element*, std::less<>> index_;
+    Index index_;
     ChildList children_;
     bool hasUnlinked_ = false;
 };
