@@ -11,6 +11,8 @@
 
 namespace KM::XML {
 
+class NameIndex;
+
 /// A node with attributes and children. It owns its children: they die with it, however deep the tree. Children are
 /// walked through `Children()`, in document order, and found by name through a dotted path and an index.
 ///
@@ -111,15 +113,6 @@ public:
 private:
     class DoomedChildren;
 
-    // Shorter names come first: most comparisons then end at the length, and the order of the index shows nowhere.
-    struct ByLength {
-        using is_transparent = void;
-        bool operator()(std::string_view a, std::string_view b) const {
-            return a.size() != b.size() ? a.size() < b.size() : a < b;
-        }
-    };
-    using Index = std::map<std::string, Element*, ByLength>;
-
     static std::unique_ptr<Base> CloneTree(const Base& source);
     static std::unique_ptr<Element> CloneWithoutChildren(const Element& source);
 
@@ -134,7 +127,7 @@ private:
     ChildList::iterator Unlink(ChildList::iterator it);
 
     AttributeMap attributes_;
-    Index index_;
+    std::unique_ptr<NameIndex> index_;  // none until it is needed: most elements are leaves
     ChildList children_;
     bool hasUnlinked_ = false;
 };
