@@ -4,7 +4,7 @@
 
 namespace KM {
 
-/// A vector of at most this length counts as null, and so does one of at most this squared length.
+/// A vector counts as null unless it is longer than this; an edge also if its length, or the square of it, is below this.
 inline constexpr double NullLength = 1e-12;
 
 /// What `BoundaryNormal` gives where the triangle of `edge` has no height over it; `u` and `w` run from the edge's

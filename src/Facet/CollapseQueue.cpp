@@ -10,19 +10,20 @@ namespace {
 constexpr double ScaleGrowth = 1.3;
 /// The threshold of the last bucket.
 constexpr double Beyond = 1e30;
-/// Up to this cost, penalties bring an edge out of a bucket in sane time, and their sums can be taken in strides.
-constexpr double WithinReach = 1e20;
 
-/// Adds penalties to `cost` one by one, rounding each time, until it reaches `bound`; returns how many. Below
-/// `WithinReach` the penalty is a multiple of the last bit, so all sums that stay below the next power of two are
-/// exact, and are taken in one stride.
+/// Adds penalties to `cost` one by one, rounding each time, until it reaches `bound`; returns how many. Above 1e20 the penalty
+/// is no multiple of the last bit, so each sum is rounded; but behind the first one between two powers of two, which also
+/// settles a tie, all are rounded alike. So the rest up to the next power is taken in one stride.
 std::int64_t Raise(double& cost, double bound) {
     std::int64_t added = 0;
     while (cost < bound) {
-        const double nextPower = cost < CollapseQueue::Penalty ? cost : std::ldexp(1.0, std::ilogb(cost) + 1);
-        const double room = std::floor((std::min(nextPower, bound) - cost) / CollapseQueue::Penalty);
-        const double stride = std::max(1.0, room - 1.0);
-        cost += stride * CollapseQueue::Penalty;
+        const double nextPower = std::ldexp(1.0, std::ilogb(cost) + 1);
+        cost += CollapseQueue::Penalty;
+        ++added;
+        const double step = (cost + CollapseQueue::Penalty) - cost;
+        const double room = std::min(nextPower, bound) - cost;
+        const double stride = std::max(0.0, std::floor(room / step) - 2.0);
+        cost += stride * step;
         added += static_cast<std::int64_t>(stride);
     }
     return added;
@@ -43,7 +44,8 @@ CollapseQueue::CollapseQueue(std::size_t edgeCount, std::span<const double> tole
 
 bool CollapseQueue::RefuseAll(int bucket) {
     const double bound = thresholds_[bucket];
-    if (!(bound <= WithinReach)) return false;
+    // Nothing leaves the last bucket, and not far above its threshold a penalty is lost in rounding.
+    if (bucket == BucketCount() - 1 || !(bound <= Beyond)) return false;
 
     struct Leaving {
         std::int64_t refusals;

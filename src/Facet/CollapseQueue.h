@@ -68,7 +68,7 @@ public:
 
     /// Does at once what refusing the edges of the bucket over and over would do until it is empty.
     ///
-    /// @return false, with nothing changed, if that would take for ever or nearly so
+    /// @return false, with nothing changed, if that would take for ever
     bool RefuseAll(int bucket);
 
 private:

@@ -50,12 +50,12 @@ bool DoLevelsFit(const std::vector<Lod>& lods, int size) {
     return words <= size;
 }
 
-/// Truncated toward zero; what does not fit into a word becomes the nearest word that there is, and not-a-number 0.
+/// Truncated toward zero. What fits into no word, and not-a-number, gives the least word on either side: that is what the
+/// truncation of the processors gives that hosts run on, done here so that it is the same on all of them.
 std::int32_t ToleranceWord(double tolerance) {
     const double scaled = tolerance * ToleranceUnit;
-    if (scaled >= std::numeric_limits<std::int32_t>::max()) return std::numeric_limits<std::int32_t>::max();
-    if (scaled <= std::numeric_limits<std::int32_t>::min()) return std::numeric_limits<std::int32_t>::min();
-    return scaled == scaled ? static_cast<std::int32_t>(scaled) : 0;
+    const bool fits = scaled > -2147483649.0 && scaled < 2147483648.0;
+    return fits ? static_cast<std::int32_t>(scaled) : std::numeric_limits<std::int32_t>::min();
 }
 
 /// The place of throwing is a fixed text that hosts look for.

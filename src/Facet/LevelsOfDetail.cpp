@@ -1,5 +1,7 @@
 #include "Facet/LevelsOfDetail.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <limits>
@@ -52,6 +54,14 @@ int AppendReducedLevels(PIN& mesh, std::span<const double> tolerances, std::vect
     return static_cast<int>(words);
 }
 
+/// False if a triangle has a corner that is no place: what it costs to move it could not be compared with anything.
+bool AreCornersFinite(const PIN& mesh) {
+    return std::all_of(mesh.edges.begin(), mesh.edges.end(), [&mesh](const Edge& e) {
+        const TPoint<double>& p = mesh.points[e.P0];
+        return std::isfinite(p.X) && std::isfinite(p.Y) && std::isfinite(p.Z);
+    });
+}
+
 KsLodsTRI DecimateFacets(int eventCount, const KsEvent* events, int facetCount, const KsShadingfacet* facets,
                          std::span<const double> tolerances) {
     if (!AreFacetRecordsValid(eventCount, events, facetCount, facets)) return {0, 0, nullptr};
@@ -60,7 +70,11 @@ KsLodsTRI DecimateFacets(int eventCount, const KsEvent* events, int facetCount, 
     RequireAtMost(tolerances.size(), MostLevels);
     PIN mesh = FacetMesh(eventCount, events, facetCount, facets);
     std::vector<FlatLod> lods;
-    if (KgApplFacetDecimate != 0) return FlattenLevels(lods, AppendReducedLevels(mesh, tolerances, lods));
+    if (KgApplFacetDecimate != 0) {
+        if (!AreCornersFinite(mesh)) return {0, 0, nullptr};
+        return FlattenLevels(lods, AppendReducedLevels(mesh, tolerances, lods));
+    }
+    // Strips depend on the links alone, so coordinates do not matter from here on.
     if (tolerances.empty()) EndProcess("KmTriDecimate: no tolerance to label the level with\n");
     return FlattenLevels(lods, AppendLevel(mesh, tolerances[0], lods));
 }

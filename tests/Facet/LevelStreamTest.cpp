@@ -49,23 +49,20 @@ TEST(LodsToTRI, OfNoLevelsIsAnEmptyBlock) {
 }
 
 TEST(LodsToTRI, TruncatesTheToleranceTowardZero) {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
     constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
-    const struct {
-        double tolerance;
-        std::int32_t word;
-    } cases[] = {{0.0, 0},
-                 {0.0000199, 1},
-                 {-0.0000199, -1},
-                 {21474.83648, most},
-                 {1e20, most},
-                 {-1e20, least},
-                 {infinity, most},
-                 {-infinity, least},
-                 {std::numeric_limits<double>::quiet_NaN(), 0}};
-    for (const auto& c : cases)
-        EXPECT_EQ(OwnedStream(LodsToTRI({Level(c.tolerance, {})}, 3)).Words()[0], c.word) << c.tolerance;
+    const struct { double tolerance; std::int32_t word; } cases[] = {
+        {0.0, 0},           {0.0000199, 1},          {-0.0000199, -1}, {21474.836465, most - 1}, {21474.836475, most},
+        {-21474.83648, least}, {-21474.836475, least + 1}};
+    for (const auto& c : cases) EXPECT_EQ(OwnedStream(LodsToTRI({Level(c.tolerance, {})}, 3)).Words()[0], c.word) << c.tolerance;
+}
+
+TEST(LodsToTRI, AToleranceThatFitsIntoNoWordIsTheLeastWord) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+    constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
+    for (const double tolerance : {21474.83648, 1e5, 1e20, -1e20, infinity, -infinity, noNumber})
+        EXPECT_EQ(OwnedStream(LodsToTRI({Level(tolerance, {})}, 3)).Words()[0], least) << tolerance;
 }
 
 void ExpectThrowsAtTheKnownPlace(const std::vector<KsLod>& lods, int size) {

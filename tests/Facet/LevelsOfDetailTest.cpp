@@ -99,6 +99,29 @@ TEST_F(KmTriDecimateTest, AnswersBadRecordsWithNothing) {
     }
 }
 
+TEST_F(KmTriDecimateTest, AnswersCoordinatesThatAreNoNumbersWithNothing) {
+    KgApplFacetDecimate = 1;
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    for (const double bad : {std::numeric_limits<double>::quiet_NaN(), infinity, -infinity})
+        for (double TPoint<double>::*coordinate : {&TPoint<double>::X, &TPoint<double>::Y, &TPoint<double>::Z}) {
+            IndexedFacets facets = CubeFacets();
+            facets.points[5].*coordinate = bad;
+            ExpectNothing(Decimate(facets, std::vector<double>{1.0}));
+        }
+}
+
+TEST_F(KmTriDecimateTest, PassesOverCoordinatesThatItDoesNotNeed) {
+    IndexedFacets facets = CubeFacets();
+    const std::vector<double> tolerances{0.01};
+    const OwnedStream whole(Decimate(facets, tolerances));
+    facets.points.emplace_back(std::numeric_limits<double>::quiet_NaN(), 0.0, 0.0);
+    KgApplFacetDecimate = 1;
+    EXPECT_EQ(OwnedStream(Decimate(facets, tolerances)).Words(), whole.Words());
+    KgApplFacetDecimate = 0;
+    facets.points[5].X = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(OwnedStream(Decimate(facets, tolerances)).Words(), whole.Words());
+}
+
 TEST_F(KmTriDecimateTest, AnswersAnyExceptionWithNothing) {
     KmHostFailAfter(KM_HOST_MEM_ALLOC, 0);
     ExpectNothing(Decimate(CubeFacets(), std::vector<double>{1.0}));

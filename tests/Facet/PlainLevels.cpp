@@ -1,8 +1,8 @@
 #include "Facet/PlainLevels.h"
 
-#include <algorithm>
 #include <cmath>
 #include <deque>
+#include <limits>
 #include <list>
 #include <map>
 #include <utility>
@@ -411,8 +411,8 @@ std::vector<std::int32_t> PlainStream(const std::vector<KsLod>& lods) {
     std::vector<std::int32_t> words;
     for (std::size_t i = 0; i < lods.size(); ++i) {
         if (i > 0 && lods[i].size == lods[i - 1].size) continue;
-        words.push_back(
-            static_cast<std::int32_t>(std::clamp(lods[i].tolerance * 100000.0, -2147483648.0, 2147483647.0)));
+        const double tolerance = std::trunc(lods[i].tolerance * 100000.0);
+        words.push_back(std::fabs(tolerance) < 2147483648.0 ? static_cast<std::int32_t>(tolerance) : std::numeric_limits<std::int32_t>::min());
         words.push_back(lods[i].size);
         words.push_back(static_cast<std::int32_t>(lods[i].strips.size()));
         for (const StripFan& strip : lods[i].strips) {

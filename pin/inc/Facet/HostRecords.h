@@ -43,9 +43,9 @@ static_assert(sizeof(KsShadingfacet) == 16 && offsetof(KsShadingfacet, node) == 
 /// Levels of detail as one flat stream of 32-bit words.
 ///
 /// Levels follow each other, coarser and coarser. Each has three words, the tolerance times 100000 truncated toward
-/// zero, the count of all words of the level with these three, and the number of strips; then per strip the number n of
-/// its nodes and n node indices. Three consecutive nodes are a triangle, with the winding alternating. Walk by
-/// `lodCount`: words behind the last level hold nothing.
+/// zero (the least word if that fits into none), the count of all words of the level with these three, and the number of
+/// strips; then per strip the number n of its nodes and n node indices. Three consecutive nodes are a triangle, with the
+/// winding alternating. Walk by `lodCount`: words behind the last level hold nothing.
 struct KsLodsTRI {
     std::int32_t lodCount;  ///< levels in `data`
     std::int32_t size;      ///< words reserved in `data`

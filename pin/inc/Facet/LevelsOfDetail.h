@@ -59,9 +59,9 @@ using KM::LodsToTRI;
 ///
 /// @param tolerances  distances in model units, ascending, one level each; without reduction only the first one counts,
 ///                    and an empty list then ends the process
-/// @return            owned by the caller (`KmMemFree` its `data`); {0, 0, null} when anything fails, a pointer is
-/// null, a
-///                    count is negative or a facet names an event that does not exist
+/// @return            owned by the caller (`KmMemFree` its `data`); {0, 0, null} when anything fails, a pointer is null, a
+///                    count is negative, a facet names an event that does not exist or, with reduction, one whose
+///                    coordinates are not finite
 KM_API KsLodsTRI KmTriDecimate(int eventCount, const KsEvent* events, int facetCount, const KsShadingfacet* facets,
                                std::span<const double> tolerances);
 
