@@ -6,6 +6,7 @@
 
 #include "Utils/U_XMLReader/Conversions.h"
 #include "Utils/U_XMLReader/Limits.h"
+#include "Utils/U_XMLReader/NameIndex.h"
 #include "Utils/U_XMLReader/Path.h"
 #include "Utils/U_XMLReader/UnlinkedNodes.h"
 
@@ -46,8 +47,7 @@ Element::Element(const std::string& name, const std::string& value, Element* par
 Element::Element(const Element& source) : Base({}, {}, nullptr) { *this = source; }
 
 Element::~Element() {
-    if (isUnlinked_ && parent_ != nullptr)
-        std::erase_if(parent_->index_, [this](const auto& e) { return e.second == this; });
+    if (isUnlinked_ && parent_ != nullptr && parent_->index_) parent_->index_->EraseElement(this);
     if (hasUnlinked_) UnlinkedNodes::Orphan(*this);
     const DoomedChildren doomed(children_);
 }
@@ -63,7 +63,7 @@ const Element& Element::operator=(const Element& r) {
 
     // The former children die last: `r` can be one of them, or stand below one.
     const DoomedChildren former(children_);
-    index_.clear();
+    index_.reset();
     for (const Base* child : r.children_) AddCloned(CloneTree(*child));
     return *this;
 }
@@ -106,13 +106,8 @@ void Element::AddChild(std::unique_ptr<Base> child) {
 }
 
 void Element::AddToIndex(const std::string& name, Element* child) {
-    const auto place = index_.lower_bound(name);
-    if (place != index_.end() && place->first == name) {
-        place->second = child;
-        return;
-    }
-    CheckMapRoom(index_.size());
-    index_.emplace_hint(place, name, child);
+    if (!index_) index_ = std::make_unique<NameIndex>();
+    index_->Set(name, child);
 }
 
 Element& Element::AddIndexed(std::unique_ptr<Element> child) {
@@ -159,10 +154,7 @@ Element& Element::NewChild(const std::string& name, const std::string& value) {
     return AddIndexed(std::make_unique<Element>(name, value));
 }
 
-Element* Element::FindChild(std::string_view name) const {
-    const auto entry = index_.find(name);
-    return entry != index_.end() ? entry->second : nullptr;
-}
+Element* Element::FindChild(std::string_view name) const { return index_ ? index_->Find(name) : nullptr; }
 
 Element& Element::operator[](const std::string& path) {
     Element* element = this;
@@ -185,12 +177,11 @@ bool Element::IsChild(const Element* element) const {
 
 void Element::N(const std::string& name) {
     if (parent_ == nullptr) return Base::N(name);
-    auto& index = parent_->index_;
-    const auto entry = index.find(name_);
+    const Element* found = parent_->FindChild(name_);
     // A stranger must not enter the index: nobody would take it out again when it dies.
-    if (entry == index.end() || (entry->second != this && !parent_->IsChild(this))) throw XNotRegisteredInParrent();
+    if (found == nullptr || (found != this && !parent_->IsChild(this))) throw XNotRegisteredInParrent();
+    parent_->index_->Erase(name_);
     Base::N(name);
-    index.erase(entry);
     parent_->AddToIndex(name_, this);
 }
 
@@ -208,7 +199,7 @@ Element::ChildList::iterator Element::Unlink(ChildList::iterator it) {
 
 void Element::EraseElement(ChildList::iterator& it) {
     if (it == children_.end()) return;
-    if (parent_ != nullptr) parent_->index_.erase((*it)->name_);
+    if (parent_ != nullptr && parent_->index_) parent_->index_->Erase((*it)->name_);
     it = Unlink(it);
 }
 
@@ -223,7 +214,7 @@ void Element::EraseElements(const std::string& name) {
 
 void Element::clear() {
     attributes_.clear();
-    index_.clear();
+    index_.reset();
     for (auto it = children_.begin(); it != children_.end();) it = Unlink(it);
 }
 

@@ -14,7 +14,7 @@ namespace KM::XML {
 // So "a.b" has the parts a and b, ".b" the one part b, "a..b" the parts a, empty, b, and "  " has none.
 class PathParts {
 public:
-    explicit PathParts(std::string_view path) : rest_(path) {
+    explicit PathParts(std::string_view path) : rest_(path), hasBlanks_(path.find(' ') != std::string_view::npos) {
         rest_.remove_prefix(std::min(rest_.find_first_not_of(' '), rest_.size()));
         hasNext_ = !rest_.empty();
         if (hasNext_ && rest_.front() == '.') rest_.remove_prefix(1);
@@ -24,7 +24,8 @@ public:
     bool Next(std::string_view& part) {
         if (!hasNext_) return false;
         const std::size_t dot = rest_.find('.');
-        part = WithoutBlanks(rest_.substr(0, dot));
+        part = rest_.substr(0, dot);
+        if (hasBlanks_) part = WithoutBlanks(part);
         hasNext_ = dot != std::string_view::npos;
         if (hasNext_) rest_.remove_prefix(dot + 1);
         return true;
@@ -32,7 +33,6 @@ public:
 
 private:
     std::string_view WithoutBlanks(std::string_view part) {
-        if (part.find(' ') == std::string_view::npos) return part;
         dense_ = part;
         std::erase(dense_, ' ');
         return dense_;
@@ -40,6 +40,7 @@ private:
 
     std::string_view rest_;
     std::string dense_;
+    bool hasBlanks_;
     bool hasNext_;
 };
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
+#include <random>
 #include <vector>
 
 namespace KM::XML {
@@ -306,6 +308,51 @@ TEST(ElementAttributeValue, OfNoAttributeIsEmpty) {
     root += Attribute("a", "1");
     EXPECT_EQ(root.AttributeValue("a"), "1");
     EXPECT_EQ(root.AttributeValue("b"), "");
+}
+
+// Against a plain map, over few and many children, while names come, change and go.
+TEST(ElementIndex, FindsTheLastUnderEachName) {
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        std::mt19937 random(seed);
+        const unsigned variety = 1u << random() % 10;
+        const auto anyName = [&] { return std::to_string(random() % variety); };
+        Element root("root");
+        Element& middle = root["middle"];
+        std::map<std::string, Element*> plain{{"middle", &middle}};
+        for (int step = 0; step < 400; ++step) {
+            const std::string name = anyName();
+            const unsigned action = random() % 8;
+            if (action < 5) {
+                plain[name] = &root.NewChild(name);
+            } else if (action == 5 && plain.contains(name)) {
+                Element* element = plain[name];
+                const std::string newName = anyName().append(random() % 2 == 0 ? "" : "new");
+                element->N(newName);
+                plain.erase(name);
+                plain[newName] = element;
+            } else if (action == 6) {
+                middle += Element(name);
+                middle.EraseElements(name);  // which takes the name out of the root's index
+                plain.erase(name);
+            }
+            EXPECT_EQ(root.ToInt(name), 1);
+        }
+        for (const auto& [name, element] : plain) EXPECT_EQ(&root[name], element) << name;
+        const std::size_t children = root.Children().size();
+        root["none"];
+        EXPECT_EQ(root.Children().size(), children + 1);
+    }
+}
+
+TEST(ElementIndex, OfManyNamesThatComeAndGoKeepsTheRest) {
+    Element root("root");
+    Element& kept = root["kept"];
+    Element& renamed = root["renamed"];
+    for (int i = 0; i < 20000; ++i) renamed.N(std::to_string(i));
+    EXPECT_EQ(&root["kept"], &kept);
+    EXPECT_EQ(&root["19999"], &renamed);
+    EXPECT_EQ(root.Children().size(), 2u);
 }
 
 TEST(GetFullName, JoinsTheNamesFromTheRootDown) {

@@ -11,6 +11,8 @@
 
 namespace KM::XML {
 
+class NameIndex;
+
 /// A node with attributes and children. It owns its children: they die with it, however deep the tree. Children are
 /// walked through `Children()`, in document order, and found by name through a dotted path and an index.
 ///
@@ -125,7 +127,7 @@ private:
     ChildList::iterator Unlink(ChildList::iterator it);
 
     AttributeMap attributes_;
-    std::map<std::string, Element*, std::less<>> index_;
+    std::unique_ptr<NameIndex> index_;  // none until it is needed: most elements are leaves
     ChildList children_;
     bool hasUnlinked_ = false;
 };
