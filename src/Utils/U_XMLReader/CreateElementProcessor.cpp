@@ -27,7 +27,7 @@ void CreateElementProcessor::OnElementEnd(bool) {
 }
 
 void CreateElementProcessor::OnAttribute(const std::string& name, const std::string& value) {
-    *current_ += Attribute(name, value);
+    current_->SetAttribute(name, value);
 }
 
 void CreateElementProcessor::OnValue(const std::string& value) { current_->V(value); }

@@ -1,5 +1,7 @@
 #include "Utils/U_XMLReader/Entities.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace KM::XML {
@@ -28,15 +30,17 @@ std::string_view EntityOf(char c) {
 }  // namespace
 
 void DecodeEntities(std::string& text) {
-    std::size_t from = text.find('&');
-    if (from == std::string::npos) return;
-    std::size_t to = from;
-    while (from < text.size()) {
-        const Entity* const entity = text[from] == '&' ? EntityAt(std::string_view(text).substr(from)) : nullptr;
-        text[to++] = entity != nullptr ? entity->character : text[from];
+    std::size_t to = text.find('&');
+    for (std::size_t from = to; from < text.size();) {
+        const Entity* const entity = EntityAt(std::string_view(text).substr(from));
+        text[to++] = entity != nullptr ? entity->character : '&';
         from += entity != nullptr ? entity->text.size() : 1;
+        const std::size_t next = std::min(text.find('&', from), text.size());
+        std::copy(text.data() + from, text.data() + next, text.data() + to);
+        to += next - from;
+        from = next;
     }
-    text.resize(to);
+    text.resize(std::min(to, text.size()));
 }
 
 std::string WithEntities(const std::string& text) {
