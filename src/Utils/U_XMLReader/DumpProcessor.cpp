@@ -33,51 +33,57 @@ DumpProcessor::DumpProcessor(std::ostream& out, bool escape, const std::string& 
 DumpProcessor::~DumpProcessor() = default;
 
 DumpProcessor::ColorSet DumpProcessor::ColorsOf(const std::string& key) {
-    static const char* const names[PartCount] = {"Element.Name", "Element.Value", "Attribute.Name", "Attribute.Value",
-                                                 "CDATA.Name",   "CDATA.Value",   "Comment.Name",   "Comment.Value",
-                                                 "Command.Name", "Command.Value", "Operator",       "Disabled"};
+    static const char* const names[std::tuple_size_v<ColorSet>] = {
+        "Element.Name", "Element.Value", "Attribute.Name", "Attribute.Value", "CDATA.Name", "CDATA.Value",
+        "Comment.Name", "Comment.Value", "Command.Name",   "Command.Value",   "Operator",   "Disabled"};
     const Element& settings = Settings::ToXMLElement(key);
     ColorSet colors;
-    for (std::size_t part = 0; part < PartCount; ++part) colors[part] = settings.ToInt(names[part]);
+    for (std::size_t part = 0; part < colors.size(); ++part) colors[part] = settings.ToInt(names[part]);
     return colors;
 }
 
 void DumpProcessor::OnElementBegin(const std::string& name) {
     open_.push_back(name);
     PutNewLine();
-    PutColored(Operator, "<");
-    PutColored(ElementName, name);
+    PutColored(Part::Operator, "<");
+    PutColored(Part::NameOfElement, name);
     ++depth_;
 }
 
 void DumpProcessor::OnElementEnd(bool noChildren) {
     --depth_;
     if (!noChildren) PutNewLine();
-    PutColored(Operator, "</");
-    PutColored(ElementName, open_.empty() ? std::string() : open_.back());
-    PutColored(Operator, ">");
+    PutColored(Part::Operator, "</");
+    PutColored(Part::NameOfElement, open_.empty() ? std::string() : open_.back());
+    PutColored(Part::Operator, ">");
     if (!open_.empty()) open_.pop_back();
 }
 
 void DumpProcessor::OnAttribute(const std::string& name, const std::string& value) {
     if (value.empty() || Settings::ToInt("XML.Out.Export.Attributes." + name) == 0) return;
-    PutColored(AttributeName, " " + name);
-    PutColored(Operator, "=\"");
-    PutValue(AttributeValue, value);
-    PutColored(Operator, "\"");
+    PutColored(Part::NameOfAttribute, " " + name);
+    PutColored(Part::Operator, "=\"");
+    PutValue(Part::ValueOfAttribute, value);
+    PutColored(Part::Operator, "\"");
 }
 
-void DumpProcessor::OnAttributesEnd() { PutColored(Operator, ">"); }
+void DumpProcessor::OnAttributesEnd() { PutColored(Part::Operator, ">"); }
 
 void DumpProcessor::OnValue(const std::string& value) {
-    if (Settings::ToInt("XML.Out.Export.Value") != 0) PutValue(ElementValue, value);
+    if (Settings::ToInt("XML.Out.Export.Value") != 0) PutValue(Part::ValueOfElement, value);
 }
 
-void DumpProcessor::OnComment(const std::string& text) { PutSpecial(CommentName, "<!--", CommentValue, text, "-->"); }
+void DumpProcessor::OnComment(const std::string& text) {
+    PutSpecial(Part::NameOfComment, "<!--", Part::ValueOfComment, text, "-->");
+}
 
-void DumpProcessor::OnCDATA(const std::string& text) { PutSpecial(CDATAName, "<![CDATA[", CDATAValue, text, "]]>"); }
+void DumpProcessor::OnCDATA(const std::string& text) {
+    PutSpecial(Part::NameOfCDATA, "<![CDATA[", Part::ValueOfCDATA, text, "]]>");
+}
 
-void DumpProcessor::OnCommand(const std::string& text) { PutSpecial(CommandName, "<?", CommandValue, text, "?>"); }
+void DumpProcessor::OnCommand(const std::string& text) {
+    PutSpecial(Part::NameOfCommand, "<?", Part::ValueOfCommand, text, "?>");
+}
 
 void DumpProcessor::PutSpecial(Part name, const char* begin, Part value, const std::string& text, const char* end) {
     PutNewLine();
@@ -92,8 +98,8 @@ void DumpProcessor::PutValue(Part part, const std::string& value) {
 }
 
 void DumpProcessor::PutColored(Part part, const std::string& text) {
-    Console::SetForeground(foreground_[part]);
-    Console::SetBackground(background_[part]);
+    Console::SetForeground(foreground_[static_cast<std::size_t>(part)]);
+    Console::SetBackground(background_[static_cast<std::size_t>(part)]);
     Put(text);
 }
 

@@ -38,22 +38,21 @@ public:
 
 private:
     /// The parts of a text that have colours of their own.
-    enum Part {
-        ElementName,
-        ElementValue,
-        AttributeName,
-        AttributeValue,
-        CDATAName,
-        CDATAValue,
-        CommentName,
-        CommentValue,
-        CommandName,
-        CommandValue,
+    enum class Part {
+        NameOfElement,
+        ValueOfElement,
+        NameOfAttribute,
+        ValueOfAttribute,
+        NameOfCDATA,
+        ValueOfCDATA,
+        NameOfComment,
+        ValueOfComment,
+        NameOfCommand,
+        ValueOfCommand,
         Operator,
-        Disabled,
-        PartCount
+        Disabled
     };
-    using ColorSet = std::array<int, PartCount>;
+    using ColorSet = std::array<int, 12>;
 
     static ColorSet ColorsOf(const std::string& key);
     void Put(const std::string& text);
