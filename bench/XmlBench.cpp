@@ -20,18 +20,19 @@ struct Configuration {
     int elements = 1;
 };
 
-/// Groups of ten settings, each as a dump of the settings has them.
-Configuration MakeConfiguration(std::size_t bytes) {
+/// Groups of ten settings: bare, as users write them, or described, as a dump has them.
+Configuration MakeConfiguration(std::size_t bytes, bool isDescribed) {
+    const std::string attributes =
+        isDescribed ? " Default=\"b0111\" Help=\"Number of rounds &amp; their end. [1]\" Type=\"Int32\"" : "";
     Configuration result{"<Settings>"};
     while (result.text.size() < bytes) {
-        result.text +=
-            "\n  <Group" + std::to_string(result.elements) + " Help=\"This group sets the behaviour of a tool.\">";
-        for (int i = 0; i < 10; ++i)
-            result.text +=
-                "\n    <Setting" + std::to_string(i) +
-                " Default=\"b0111\" Help=\"Number of rounds &amp; their end. [1]\" Type=\"Int32\">b0110</Setting" +
-                std::to_string(i) + ">";
-        result.text += "\n  </Group" + std::to_string(result.elements) + ">";
+        const std::string group = "Group" + std::to_string(result.elements);
+        result.text += "\n  <" + group + attributes + ">";
+        for (int i = 0; i < 10; ++i) {
+            const std::string name = "Setting" + std::to_string(i);
+            result.text += "\n    <" + name + attributes + ">b0110</" + name + ">";
+        }
+        result.text += "\n  </" + group + ">";
         result.elements += 11;
     }
     result.text += "\n</Settings>";
@@ -96,7 +97,11 @@ void MeasureSettings(Report& report) {
 int main(int argc, char** argv) {
     using namespace KM::Bench;
     const int megabytes = argc > 1 ? std::atoi(argv[1]) : 10;
+    const std::size_t bytes = static_cast<std::size_t>(megabytes > 0 ? megabytes : 10) * 1000000;
     Report report("configuration (read \"triangle\" as element, or as key)");
-    MeasureReading(report, MakeConfiguration(static_cast<std::size_t>(megabytes > 0 ? megabytes : 10) * 1000000));
+    report.Remark("bare settings");
+    MeasureReading(report, MakeConfiguration(bytes, false));
+    report.Remark("settings with three attributes");
+    MeasureReading(report, MakeConfiguration(bytes, true));
     MeasureSettings(report);
 }

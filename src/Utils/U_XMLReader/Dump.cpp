@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Utils/U_Console/Console.h"
+#include "Utils/U_Console/ConsoleState.h"
 #include "Utils/U_Debug/Verbose.h"
 #include "Utils/U_XMLReader/DumpProcessor.h"
 #include "Utils/U_XMLReader/Session.h"
@@ -87,15 +88,19 @@ void TellChildren(const Element* parent, Processor& processor) {
     for (const Base* child : parent->Children()) Walk(processor).Tell(*child);
 }
 
-/// Keeps the foreground of the console for its life time.
+/// Keeps the foreground of the console for its life time, and leaves a terminal in it.
 class KeptForeground {
 public:
-    KeptForeground() = default;
+    explicit KeptForeground(std::ostream& out) : output_{out} { output_.LookBehind(); }
     KeptForeground(const KeptForeground&) = delete;
     KeptForeground& operator=(const KeptForeground&) = delete;
-    ~KeptForeground() { Console::SetForeground(color_); }
+    ~KeptForeground() {
+        Console::SetForeground(color_);
+        Console::EndLine(output_);
+    }
 
 private:
+    Console::Output output_;
     int color_ = Console::GetForeground();
 };
 
@@ -110,7 +115,7 @@ void Dump(const Element& element, Processor& processor, const Element* before, c
 }
 
 std::ostream& operator<<(std::ostream& out, const Element& element) {
-    const KeptForeground kept;
+    const KeptForeground kept(out);
     Console::SetForeground(7);
     DumpProcessor processor(out, true, "  ", 0);
     Dump(element, processor, nullptr, nullptr);
