@@ -67,16 +67,13 @@ KM_API KsLodsTRI KmTriDecimate(int eventCount, const KsEvent* events, int facetC
 
 /// Levels of detail of a mesh that the host already holds.
 ///
-/// @param decimate    0: one level of the whole mesh, labelled `tolerances[0]`; else reduced levels, which change the
-/// mesh
+/// @param decimate    0: one level of the whole mesh, labelled `tolerances[0]`; else reduced levels, which change it
 /// @param levels      in: number of tolerances (negative, with `decimate`, ends the process); out: levels in the stream
 /// @param tolerances  null, with `decimate` and `*levels` not 0, ends the process
 /// @param size        out: words of all levels, with those that the stream leaves out
 /// @param data        out: the level stream of `KsLodsTRI`, owned by the caller (`KmMemFree`); without levels when the
-/// mesh
-///                    cannot be reduced (see `BuildDecimatedLods`)
+///                    mesh cannot be reduced (see `BuildDecimatedLods`)
 /// @return            0; 1, with nothing written, for any other null. Failures pass as exceptions: `KmException`, or
-/// those of
-///                    the standard containers, such as `std::length_error` for more than 134217727 levels.
+///                    those of the standard containers, such as `std::length_error` for more than 134217727 levels
 extern "C" KM_API int PINMkVTRISTRIPs(KM::PIN* mesh, int decimate, int* levels, double* tolerances, int* size,
                                       int** data);

@@ -1,5 +1,6 @@
 #include "Utils/U_XMLReader/Element.h"
 
+#include <tuple>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -152,6 +153,17 @@ const Element& Element::operator+=(const Comment& comment) {
 
 Element& Element::NewChild(const std::string& name, const std::string& value) {
     return AddIndexed(std::make_unique<Element>(name, value));
+}
+
+void Element::SetAttribute(const std::string& name, const std::string& value) {
+    const auto place = attributes_.lower_bound(name);
+    if (place != attributes_.end() && place->first == name) {
+        place->second = Attribute(name, value);
+        return;
+    }
+    CheckMapRoom(attributes_.size());
+    attributes_.emplace_hint(place, std::piecewise_construct, std::forward_as_tuple(name),
+                             std::forward_as_tuple(name, value));
 }
 
 Element* Element::FindChild(std::string_view name) const { return index_ ? index_->Find(name) : nullptr; }

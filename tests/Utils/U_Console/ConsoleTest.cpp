@@ -106,6 +106,14 @@ TEST(Console, PaintsALightBackground) {
     EXPECT_EQ(OnTerminal("light"), "\x1b[0;37;107m\x1b[2J\x1b[H\x1b[0;30;107mx\x1b[0;30m`");
 }
 
+TEST(Console, PaintsTrees) {
+    EXPECT_EQ(OnPipe("tree"), "\n<a b=\"c\">v</a>.");
+    EXPECT_EQ(OnTerminal("tree", "1"), OnPipe("tree"));
+    EXPECT_EQ(OnTerminal("tree"),
+              "\n\x1b[0;90m<\x1b[0;97ma\x1b[0m b\x1b[0;90m=\"\x1b[0;33mc\x1b[0;90m\">\x1b[0;93mv"
+              "\x1b[0;90m</\x1b[0;97ma\x1b[0;90m>\x1b[0m.");
+}
+
 TEST(Console, ServesStaticObjectsToTheEnd) {
     const std::string text = OnPipe("late");
     EXPECT_TRUE(text.starts_with("x\n<Late>\n  <Info>from a destructor</Info>x\n<Late>\n")) << text;

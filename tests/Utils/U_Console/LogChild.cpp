@@ -78,6 +78,13 @@ void Redirected() {
     std::cout << elsewhere.str();
 }
 
+void Tree() {
+    Console::IsDumpEnabled(true);
+    XML::Element root("a", "v");
+    root += XML::Attribute("b", "c");
+    std::cout << root << '.';
+}
+
 // Made before the log is first used, so destroyed after what the log would have made for its own end.
 struct LateLogger {
     bool isOn = false;
@@ -108,7 +115,8 @@ int main(int argc, char** argv) {
                                                                  {"init", Init},
                                                                  {"light", Light},
                                                                  {"redirected", Redirected},
-                                                                 {"late", Late}};
+                                                                 {"late", Late},
+                                                                 {"tree", Tree}};
     const auto scene = scenes.find(argc > 1 ? argv[1] : "");
     if (scene == scenes.end()) return 2;
     scene->second();

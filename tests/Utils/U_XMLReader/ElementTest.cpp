@@ -7,6 +7,8 @@
 #include <random>
 #include <vector>
 
+#include "Utils/U_XMLReader/Session.h"
+
 namespace KM::XML {
 namespace {
 
@@ -152,6 +154,23 @@ TEST(ElementAdd, DoesNotIndexCommentsAndCDATA) {
     EXPECT_EQ(root.Children().front()->P(), &other);
     EXPECT_EQ(root.Children().back()->P(), nullptr);
     EXPECT_EQ(root.ToString("!COMMENT!"), "");
+}
+
+TEST(ElementSetAttribute, IsAnAdditionWithoutTheCopy) {
+    Element element("e");
+    Element other("other");
+    element += Attribute("b", "1", &other);
+    element.Attributes().at("b").SettingSession(8);
+    element.SetAttribute("a", "2");
+    element.SetAttribute("b", "3");
+    element.SetAttribute("c", "");
+    ASSERT_EQ(element.Attributes().size(), 3u);
+    EXPECT_EQ(element.AttributeValue("a"), "2");
+    const Attribute& replaced = element.Attributes().at("b");
+    EXPECT_EQ(replaced.N(), "b");
+    EXPECT_EQ(replaced.V(), "3");
+    EXPECT_EQ(replaced.P(), nullptr);
+    EXPECT_EQ(replaced.SettingSession(), GetSettingSession()) << "a new one, not a changed one";
 }
 
 TEST(ElementNewChild, IsAnAdditionWithoutTheCopy) {

@@ -66,6 +66,9 @@ public:
     /// Adds a new child with no children behind the last one, as `+=` does, without the copy.
     Element& NewChild(const std::string& name, const std::string& value = {});
 
+    /// Sets the attribute of this name to a new one without parent, as `+=` does, without the copy.
+    void SetAttribute(const std::string& name, const std::string& value);
+
     /// The element at the path. Missing parts are made, with empty value, on a `const` element too.
     Element& operator[](const std::string& path);
     Element& operator[](const std::string& path) const;
