@@ -42,8 +42,8 @@ KM_API int BuildDecimatedLods(PIN& mesh, int levels, const double* tolerances, s
 
 /// Flattens levels into the stream. A level of the same size as the one before it in `lods` is left out.
 ///
-/// The first word of a level is its tolerance times 100000, truncated toward zero; beyond the range of a word it is the
-/// nearest one, and 0 for not-a-number.
+/// The first word of a level is its tolerance times 100000, truncated toward zero; what fits into no word, and
+/// not-a-number, gives the least word.
 ///
 /// @param size  words to reserve: the sum of the levels' sizes
 /// @throws KmException when `KmMemAlloc` fails, or when the levels do not fit into `size`
