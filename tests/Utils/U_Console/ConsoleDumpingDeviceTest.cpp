@@ -245,6 +245,19 @@ TEST_F(Dumping, ScreenTakesItsSizeFromTheSettings) {
     EXPECT_EQ(DumpNow(), "klm\nlast\n");
 }
 
+TEST_F(Dumping, ATabulatorEndsWithItsRow) {
+    const SettingKept init("Console.Init", "Y");
+    const std::pair<const char*, const char*> rows[] = {
+        {"1", "a\n\nb\n"}, {"7", "a\nb\n"}, {"8", "a\nb\n"}, {"9", "a       b\n"}};
+    for (const auto& [columns, dump] : rows) {
+        const SettingKept width("Console.Buffer.Size.X", columns);
+        Console::Init();
+        device_.Write("a\tb");
+        EXPECT_EQ(DumpNow(), dump) << columns;
+    }
+    device_.Reset();
+}
+
 TEST_F(Dumping, ScreenOfAnySizeIsSurvived) {
     const SettingKept init("Console.Init", "Y");
     const SettingKept columns("Console.Buffer.Size.X", "-7"), rows("Console.Buffer.Size.Y", "0");
