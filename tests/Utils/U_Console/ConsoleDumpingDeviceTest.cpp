@@ -300,6 +300,15 @@ TEST_F(Dumping, ArchivesACopyWithTheTimeInItsName) {
     EXPECT_EQ(folder_.Bytes(names[0]), "x\n");
 }
 
+TEST_F(Dumping, ArchivesAlsoWhatCouldNotBeWritten) {
+    const SettingKept archive("Console.ArchiveDumpFile", "Y");
+    device_.DumpAll(folder_ / "missing/dump.xml");
+    const std::string message = "Arhiving file name: " + (folder_ / "missing/dump.xml") + " to: ";
+    ASSERT_EQ(Verbose::LogRecords().size(), 1u);
+    EXPECT_TRUE(Verbose::LogRecords()[0].message.starts_with(message)) << Verbose::LogRecords()[0].message;
+    EXPECT_TRUE(folder_.Names().empty());
+}
+
 TEST_F(Dumping, AFileThatCannotBeWrittenIsLeftAlone) {
     device_.DumpAll(folder_ / "missing/dump.xml");
     device_.DumpAll(folder_ / "");
