@@ -4,8 +4,11 @@
 
 #include <memory>
 #include <sstream>
+#include <stdexcept>
+#include <streambuf>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "Support/LogOn.h"
@@ -163,6 +166,23 @@ TEST_F(ConsoleDevice, AStreamThatThrowsKeepsNoThreadWaiting) {
         device_.OnBegin();
         device_.OnEnd();
     }).join();
+}
+
+class FullBuffer : public std::streambuf {
+    int_type overflow(int_type) override { throw std::runtime_error("full"); }
+};
+
+TEST_F(ConsoleDevice, ABufferThatThrowsSpoilsItsStreamAlone) {
+    FullBuffer buffer;
+    std::ostream full(&buffer);
+    ConsoleDumpingDevice device(full);
+    EXPECT_NO_THROW(device.Write("x"));
+    EXPECT_TRUE(full.bad());
+    EXPECT_NO_THROW(device.Write("x"));
+    full.clear();
+    full.exceptions(std::ios::badbit);
+    EXPECT_THROW(device.Write("x"), std::runtime_error);
+    EXPECT_TRUE(full.bad());
 }
 
 TEST_F(ConsoleDevice, ReportsTheFailureOfASizeThatNoTerminalHas) {
