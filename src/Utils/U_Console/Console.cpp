@@ -67,6 +67,7 @@ void NoteBadBuffer(std::ostream& stream) {
 /// As the stream itself would, but without its ceremony for each single byte of a line.
 void WriteBytes(std::ostream& stream, const std::string& text) {
     using Traits = std::ostream::traits_type;
+    if (stream.tie() != nullptr && stream.good()) stream.tie()->flush();
     for (const char c : text) {
         if (!stream.good()) return stream.setstate(std::ios::failbit);
         bool isWritten = true;

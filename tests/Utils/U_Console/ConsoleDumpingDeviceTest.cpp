@@ -185,6 +185,26 @@ TEST_F(ConsoleDevice, ABufferThatThrowsSpoilsItsStreamAlone) {
     EXPECT_TRUE(full.bad());
 }
 
+class CountingBuffer : public std::stringbuf {
+public:
+    int syncs = 0;
+
+private:
+    int sync() override { return ++syncs, 0; }
+};
+
+// As the error stream is tied to the output stream, so that both come in the order of their writing.
+TEST_F(ConsoleDevice, FlushesTheStreamThatItsOwnIsTiedTo) {
+    CountingBuffer buffer;
+    std::ostream other(&buffer);
+    stream_.tie(&other);
+    device_.Write("x");
+    EXPECT_EQ(buffer.syncs, 1);
+    stream_.setstate(std::ios::badbit);
+    device_.Write("x");
+    EXPECT_EQ(buffer.syncs, 1);
+}
+
 TEST_F(ConsoleDevice, ReportsTheFailureOfASizeThatNoTerminalHas) {
     device_.Reset();
     const std::string text = Console::LastFailure();
