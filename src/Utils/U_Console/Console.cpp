@@ -56,12 +56,25 @@ void ApplyColors() {
     Now().attribute = static_cast<std::uint16_t>(word);
 }
 
+/// Called in the handler of what the buffer of a stream threw: goes on with it only if the stream is told to throw.
+void NoteBadBuffer(std::ostream& stream) {
+    try {
+        stream.setstate(std::ios::badbit);
+    } catch (const std::ios::failure&) {}  // what the buffer threw tells more
+    if ((stream.exceptions() & std::ios::badbit) != 0) throw;
+}
+
 /// As the stream itself would, but without its ceremony for each single byte of a line.
 void WriteBytes(std::ostream& stream, const std::string& text) {
     using Traits = std::ostream::traits_type;
+    if (stream.tie() != nullptr && stream.good()) stream.tie()->flush();
     for (const char c : text) {
         if (!stream.good()) return stream.setstate(std::ios::failbit);
-        if (Traits::eq_int_type(stream.rdbuf()->sputc(c), Traits::eof())) stream.setstate(std::ios::badbit);
+        bool isWritten = true;
+        try {
+            isWritten = !Traits::eq_int_type(stream.rdbuf()->sputc(c), Traits::eof());
+        } catch (...) { NoteBadBuffer(stream); }
+        if (!isWritten) stream.setstate(std::ios::badbit);
     }
 }
 

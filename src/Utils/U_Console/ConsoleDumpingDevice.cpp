@@ -95,12 +95,11 @@ void ConsoleDumpingDevice::Reset() {
 void ConsoleDumpingDevice::ApplyBackground() { BkColorB(IsDarkBackground() ? 0 : 15); }
 
 void ConsoleDumpingDevice::DumpAll(const std::string& file) {
-    OpenFile open(Platform::OpenFile(file, "w"));
-    if (open == nullptr) return;
-    const std::string formatter = Settings::ToString("Console.XSLTFormatter");
-    if (!formatter.empty()) Print("<?xml-stylesheet type=\"text/xsl\" href=\"" + formatter + "\"?>\n", open.get());
-    if (Console::IsDumpEnabled()) DumpScreen(open.get());
-    open.reset();
+    if (const OpenFile open{Platform::OpenFile(file, "w")}) {
+        const std::string formatter = Settings::ToString("Console.XSLTFormatter");
+        if (!formatter.empty()) Print("<?xml-stylesheet type=\"text/xsl\" href=\"" + formatter + "\"?>\n", open.get());
+        if (Console::IsDumpEnabled()) DumpScreen(open.get());
+    }
     if (Settings::ToBool("Console.ArchiveDumpFile")) IO::Archive(file);
 }
 

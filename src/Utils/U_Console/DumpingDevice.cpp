@@ -1,6 +1,5 @@
 #include "Utils/U_Console/DumpingDevice.h"
 
-#include <utility>
 #include <vector>
 
 #include "Utils/U_Console/LogServices.h"
@@ -56,8 +55,9 @@ void DumpingDevice::AnalyzeColor(int& color) const {
 }
 
 void DumpingDevice::Redraw() {
-    const std::vector<Verbose::LogRecord> records = std::exchange(Verbose::State().records, {});
+    const std::vector<Verbose::LogRecord> records = Verbose::State().records;
     ApplyBackground();
+    Verbose::State().records.clear();
     Reset();
     Services::GetOutputFormatter()->OnInit();
     Verbose::State().indentation = 0;

@@ -1,5 +1,7 @@
 #include "Utils/U_Console/LogServices.h"
 
+#include <memory>
+
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Console/Console.h"
 #include "Utils/U_Console/ConsoleDumpingDevice.h"
@@ -10,17 +12,36 @@ namespace {
 DumpingDevice* device = nullptr;
 OutputFormatter* formatter = nullptr;
 
+// Neither this one nor the console is ever destroyed, since static objects may log after `main`.
+DumpingDevice* Silence() {
+    struct Silent : DumpingDevice {
+        void Reset() override {}
+        void ApplyBackground() override {}
+    };
+    static Silent& silent = *new Silent;
+    return &silent;
+}
+
+DumpingDevice* ConsoleOfProcess() {
+    static ConsoleDumpingDevice* const console = [] {
+        auto made = std::make_unique<ConsoleDumpingDevice>(Application::Services::DumpStream());
+        Console::Init();
+        return made.release();
+    }();
+    return console;
+}
+
 }  // namespace
 
 DumpingDevice* Services::GetDumpingDevice() {
-    if (device == nullptr) {
-        // Never destroyed, since static objects may log after `main`.
-        static ConsoleDumpingDevice* const console = [] {
-            auto* const made = new ConsoleDumpingDevice(Application::Services::DumpStream());
-            Console::Init();
-            return made;
-        }();
-        device = console;
+    if (device != nullptr) return device;
+    // A setting that the console cannot read is logged while it is made: a record that no device shows yet.
+    device = Silence();
+    try {
+        device = ConsoleOfProcess();
+    } catch (...) {
+        device = nullptr;
+        throw;
     }
     return device;
 }

@@ -43,8 +43,9 @@ void ScreenBuffer::Put(char c) {
         return;
     }
     if (c == '\t') {
+        // Ends with the row, which may be too short for a stop.
         do Put(' ');
-        while (column_ % 8 != 0);
+        while (column_ % 8 != 0 && column_ < static_cast<std::size_t>(columns_));
         return;
     }
     if (static_cast<unsigned char>(c) < 32) return;

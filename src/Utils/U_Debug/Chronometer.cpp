@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Utils/U_App/Services.h"
+#include "Utils/U_Debug/ReadableCount.h"
 #include "Utils/U_Debug/Time.h"
 #include "Utils/U_Debug/Verbose.h"
 
@@ -32,10 +33,7 @@ std::vector<const AdditiveChronometer*> AllChronometers() {
     return all;
 }
 
-struct ReadableCount {
-    long long count;  // truncated
-    char unit;
-};
+}  // namespace
 
 ReadableCount Scaled(std::int64_t calls) {
     const double count = static_cast<double>(calls);
@@ -44,8 +42,6 @@ ReadableCount Scaled(std::int64_t calls) {
     if (count >= 10000) return {static_cast<long long>(count / 1000), 'K'};
     return {calls, ' '};
 }
-
-}  // namespace
 
 Chronometer::Chronometer(const std::string& name, bool enabled, const std::string& prefix, const std::string& postfix,
                          int indent)

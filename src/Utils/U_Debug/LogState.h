@@ -7,17 +7,11 @@
 
 namespace KM::Verbose {
 
-struct OpenScope {
-    Scope* scope;  ///< null once it is gone, when it was destroyed before a scope inside it
-    std::string name;
-};
-
 /// What the log shares with the device that redraws it and with the check point of cancellation.
 struct LogState {
     EMessageType::iterator level = EMessageType::Note;
-    std::vector<OpenScope> scopes;  ///< innermost last
-    bool isOutOfTurn = false;       ///< a scope closed that was not the innermost one
-    int announced = 0;              ///< how many of them, from the bottom, have had their opening mark written
+    std::vector<std::string> scopes;  ///< names of the open ones, innermost last; they may outlive their scopes
+    int announced = 0;                ///< how many of them, from the bottom, have had their opening mark written
     int indentation = 0;
     std::string indentAppearance = "  ";
     std::vector<LogRecord> records;

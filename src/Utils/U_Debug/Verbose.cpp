@@ -33,8 +33,14 @@ void ChangeIndentation(int step) {
 void AnnounceScopes() {
     LogState& state = State();
     while (state.announced < static_cast<int>(state.scopes.size())) {
+        // Counted before it is written, since a device may log from inside a line.
         const int next = state.announced++;
-        WriteRecord({state.scopes[static_cast<std::size_t>(next)].name, "", "", 0, true, false});
+        try {
+            WriteRecord({state.scopes[static_cast<std::size_t>(next)], "", "", 0, true, false});
+        } catch (...) {
+            state.announced = next;
+            throw;
+        }
     }
 }
 
@@ -99,29 +105,17 @@ std::string SecondsSince(double start) {
 /// The closing of a scope: keeps an abort away, and takes an entry off the stack also when the device throws.
 class Closing {
 public:
-    explicit Closing(const Scope* scope) : scope_(scope) { State().checkAbortEnabled = false; }
+    Closing() { State().checkAbortEnabled = false; }
     Closing(const Closing&) = delete;
     Closing& operator=(const Closing&) = delete;
     ~Closing() {
         LogState& state = State();
         // The last entry, without a search: scopes are strictly nested.
-        if (state.scopes.back().scope != scope_) state.isOutOfTurn = true;
         state.scopes.pop_back();
         state.announced = std::min(state.announced, static_cast<int>(state.scopes.size()));
         state.checkAbortEnabled = true;
     }
-
-private:
-    const Scope* scope_;
 };
-
-/// The entry of a scope that was not closed in its turn stays, as a mere name.
-void ForgetScope(const Scope* scope) {
-    LogState& state = State();
-    for (OpenScope& open : state.scopes)
-        if (open.scope == scope) open.scope = nullptr;
-    if (state.scopes.empty()) state.isOutOfTurn = false;
-}
 
 }  // namespace
 
@@ -186,17 +180,14 @@ int& CurrentIndentation() { return State().indentation; }
 std::string& IndentAppearance() { return State().indentAppearance; }
 int CurrentLineNumber() { return 0; }
 
-Scope::Scope(const std::string& name) : startTime_(Time::Get()), name_(name) { State().scopes.push_back({this, name}); }
+Scope::Scope(const std::string& name) : startTime_(Time::Get()), name_(name) { State().scopes.push_back(name); }
 
-Scope::~Scope() {
-    Unrole();
-    if (State().isOutOfTurn) ForgetScope(this);
-}
+Scope::~Scope() { Unrole(); }
 
 void Scope::Unrole() {
     if (closed_) return;
     closed_ = true;
-    const Closing closing(this);
+    const Closing closing;
     LogState& state = State();
     if (state.announced != static_cast<int>(state.scopes.size())) return;
     WriteRecord({"Time", SecondsSince(startTime_), "", 0, true, true});

@@ -4,8 +4,11 @@
 
 #include <memory>
 #include <sstream>
+#include <stdexcept>
+#include <streambuf>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "Support/LogOn.h"
@@ -165,6 +168,43 @@ TEST_F(ConsoleDevice, AStreamThatThrowsKeepsNoThreadWaiting) {
     }).join();
 }
 
+class FullBuffer : public std::streambuf {
+    int_type overflow(int_type) override { throw std::runtime_error("full"); }
+};
+
+TEST_F(ConsoleDevice, ABufferThatThrowsSpoilsItsStreamAlone) {
+    FullBuffer buffer;
+    std::ostream full(&buffer);
+    ConsoleDumpingDevice device(full);
+    EXPECT_NO_THROW(device.Write("x"));
+    EXPECT_TRUE(full.bad());
+    EXPECT_NO_THROW(device.Write("x"));
+    full.clear();
+    full.exceptions(std::ios::badbit);
+    EXPECT_THROW(device.Write("x"), std::runtime_error);
+    EXPECT_TRUE(full.bad());
+}
+
+class CountingBuffer : public std::stringbuf {
+public:
+    int syncs = 0;
+
+private:
+    int sync() override { return ++syncs, 0; }
+};
+
+// As the error stream is tied to the output stream, so that both come in the order of their writing.
+TEST_F(ConsoleDevice, FlushesTheStreamThatItsOwnIsTiedTo) {
+    CountingBuffer buffer;
+    std::ostream other(&buffer);
+    stream_.tie(&other);
+    device_.Write("x");
+    EXPECT_EQ(buffer.syncs, 1);
+    stream_.setstate(std::ios::badbit);
+    device_.Write("x");
+    EXPECT_EQ(buffer.syncs, 1);
+}
+
 TEST_F(ConsoleDevice, ReportsTheFailureOfASizeThatNoTerminalHas) {
     device_.Reset();
     const std::string text = Console::LastFailure();
@@ -245,6 +285,19 @@ TEST_F(Dumping, ScreenTakesItsSizeFromTheSettings) {
     EXPECT_EQ(DumpNow(), "klm\nlast\n");
 }
 
+TEST_F(Dumping, ATabulatorEndsWithItsRow) {
+    const SettingKept init("Console.Init", "Y");
+    const std::pair<const char*, const char*> rows[] = {
+        {"1", "a\n\nb\n"}, {"7", "a\nb\n"}, {"8", "a\nb\n"}, {"9", "a       b\n"}};
+    for (const auto& [columns, dump] : rows) {
+        const SettingKept width("Console.Buffer.Size.X", columns);
+        Console::Init();
+        device_.Write("a\tb");
+        EXPECT_EQ(DumpNow(), dump) << columns;
+    }
+    device_.Reset();
+}
+
 TEST_F(Dumping, ScreenOfAnySizeIsSurvived) {
     const SettingKept init("Console.Init", "Y");
     const SettingKept columns("Console.Buffer.Size.X", "-7"), rows("Console.Buffer.Size.Y", "0");
@@ -285,6 +338,15 @@ TEST_F(Dumping, ArchivesACopyWithTheTimeInItsName) {
     EXPECT_TRUE(names[0].starts_with("dump.Y") && names[0].ends_with(".xml")) << names[0];
     EXPECT_EQ(names[1], "dump.xml");
     EXPECT_EQ(folder_.Bytes(names[0]), "x\n");
+}
+
+TEST_F(Dumping, ArchivesAlsoWhatCouldNotBeWritten) {
+    const SettingKept archive("Console.ArchiveDumpFile", "Y");
+    device_.DumpAll(folder_ / "missing/dump.xml");
+    const std::string message = "Arhiving file name: " + (folder_ / "missing/dump.xml") + " to: ";
+    ASSERT_EQ(Verbose::LogRecords().size(), 1u);
+    EXPECT_TRUE(Verbose::LogRecords()[0].message.starts_with(message)) << Verbose::LogRecords()[0].message;
+    EXPECT_TRUE(folder_.Names().empty());
 }
 
 TEST_F(Dumping, AFileThatCannotBeWrittenIsLeftAlone) {

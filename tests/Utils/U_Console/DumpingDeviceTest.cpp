@@ -114,6 +114,28 @@ TEST_F(Replay, RedrawWritesTheRecordsAgain) {
     }
 }
 
+/// Logs while it is painted, and counts the records that stand there.
+class PaintingDevice : public KM::Test::RecordingDevice {
+public:
+    std::size_t painted = 0, reset = 1;
+    void ApplyBackground() override {
+        Verbose::WriteMessage_1(EMessageType::Info, "painted");
+        painted = Verbose::LogRecords().size();
+    }
+    void Reset() override { reset = Verbose::LogRecords().size(); }
+};
+
+TEST(Redraw, ForgetsTheRecordsBehindTheBackground) {
+    PaintingDevice device;
+    const KM::Test::LogOn on(device);
+    Verbose::WriteMessage_1(EMessageType::Info, "text");
+    device.Redraw();
+    EXPECT_EQ(device.painted, 2u);
+    EXPECT_EQ(device.reset, 0u);
+    ASSERT_EQ(Verbose::LogRecords().size(), 1u);
+    EXPECT_EQ(Verbose::LogRecords()[0].message, "text");
+}
+
 TEST_F(Replay, RedrawDoesNotFilterAgain) {
     Verbose::WriteMessage_1(EMessageType::Info, "text");
     const std::string drawn = device_.Take();

@@ -64,6 +64,13 @@ void Init() {
     WriteLine("x");
 }
 
+void UnreadableInit() {
+    Settings::ToXMLElement("Console.Init").V("%99");  // an argument that was not given, which is logged
+    LogToStandardOutput();
+    WriteLine("x");
+    std::cout << '\n' << Verbose::LogRecords().size();
+}
+
 void Light() {
     LogToStandardOutput();
     Services::GetDumpingDevice()->EnableDarkBackground(false);
@@ -113,6 +120,7 @@ int main(int argc, char** argv) {
                                                                  {"desynchronised", Desynchronised},
                                                                  {"title", Title},
                                                                  {"init", Init},
+                                                                 {"unreadable init", UnreadableInit},
                                                                  {"light", Light},
                                                                  {"redirected", Redirected},
                                                                  {"late", Late},

@@ -14,6 +14,7 @@
 #include "Support/LogCapture.h"
 #include "Support/Pattern.h"
 #include "Utils/U_App/Services.h"
+#include "Utils/U_Debug/ReadableCount.h"
 #include "Utils/U_Debug/Time.h"
 
 namespace KM {
@@ -90,6 +91,24 @@ TEST(AdditiveChronometer, ScalesTheCountForReading) {
     EXPECT_EQ(LineAfter(10000), "Time: t Seconds, Called:   10 KTimes, Inside: Place;");
     EXPECT_EQ(LineAfter(12345), "Time: t Seconds, Called:   12 KTimes, Inside: Place;");
     EXPECT_EQ(LineAfter(19999), "Time: t Seconds, Called:   19 KTimes, Inside: Place;");
+}
+
+TEST(AdditiveChronometer, ScalesMillionsAndBillions) {
+    const struct {
+        std::int64_t calls;
+        long long count;
+        char unit;
+    } rows[] = {{9999, 9999, ' '},
+                {10000, 10, 'K'},
+                {9999999, 9999, 'K'},
+                {10000000, 10, 'M'},
+                {9999999999, 9999, 'M'},
+                {10000000000, 10, 'B'},
+                {std::numeric_limits<std::int64_t>::max(), 9223372036, 'B'}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(Time::Scaled(row.calls).count, row.count) << row.calls;
+        EXPECT_EQ(Time::Scaled(row.calls).unit, row.unit) << row.calls;
+    }
 }
 
 TEST(AdditiveChronometer, ShowsTheTotalWithTwoDigits) {

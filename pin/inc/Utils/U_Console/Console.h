@@ -6,7 +6,7 @@ namespace KM::Console {
 
 // The text console of the process. Colours have four bits, BRGB from high to low, as in "b0111". Nothing touches the
 // console while output is not enabled. On a terminal colours are SGR sequences; where output is no terminal, or
-// NO_COLOR is set, no escape byte is written.
+// NO_COLOR is set to any text, no escape byte is written.
 
 /// The one switch for all output to console and log; off at start.
 KM_API void IsDumpEnabled(bool enabled);

@@ -32,7 +32,7 @@ public:
     void OnBegin() override;
     void OnEnd() override;
     /// Writes what the console holds to `file`, behind the style sheet line of "Console.XSLTFormatter". An unwritable
-    /// file is left alone.
+    /// file is left alone. With "Console.ArchiveDumpFile", whatever then has the name is copied by `IO::Archive`.
     void DumpAll(const std::string& file) override;
     void Reset() override;
     void ApplyBackground() override;
