@@ -210,10 +210,11 @@ TEST(ToFile, EmptyNameThrowsWithoutALine) {
     const fs::path before = fs::current_path();
     fs::current_path(temp / "");
     for (const char* mode : {"rb", "wb", "ab", ""}) {
+        temp.Write(".IsOpened", "");
         const LogCapture log;
         EXPECT_THROW(ToFile("", mode, 5, false), XFileIOError) << mode;
         EXPECT_TRUE(log.Lines().empty()) << mode;
-        EXPECT_TRUE(temp.Names().empty()) << mode;
+        EXPECT_TRUE(temp.Names().empty()) << mode << ": the marker goes, and nothing comes";
     }
     fs::current_path(before);
 }
@@ -689,6 +690,7 @@ TEST(Transfer, MacrosFillInThePlace) {
     char buffer[1] = "";
     EXPECT_THROW(KM_IO_WRITE(buffer, 1, file), XFileIOError);
     EXPECT_THROW(KM_IO_READ(buffer, 1, file), XFileIOError);
+    EXPECT_EQ(log.Count(EMessageType::Error), 2);
     for (const std::string& error : log.Texts(EMessageType::Error)) {
         EXPECT_NE(error.find("ToFileTest.cpp\", line: "), std::string::npos);
         EXPECT_EQ(error.find("line: 0 "), std::string::npos);
