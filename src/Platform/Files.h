@@ -38,8 +38,9 @@ void RemoveTree(const std::string& name);
 /// Replaces the target in one step, attributes included. A copy that fails leaves the target as it was. A device is no
 /// target.
 bool CopyFile(const std::string& from, const std::string& to);
-/// Text for names that no other call, in this or another process, uses at this time.
-std::string OwnTag();
+/// A name in the folder of `name` that no other call, in this or another process, uses at this time. The system takes
+/// it wherever it takes `name`, however long that is.
+std::string OwnNameBeside(const std::string& name);
 
 /// The names in the folder of `pattern` that match its last part, where "*" stands for any text and "?" for any byte;
 /// sorted, without the folder, and without "." and "..". Empty when the last part is. Names that hold a back-slash are

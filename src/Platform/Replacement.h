@@ -9,7 +9,8 @@ namespace KM::Platform {
 // Whoever writes it holds a lock on it, which goes with the process, so that what a killed process left behind is free
 // again, and two who replace the same target at once never write into the same file.
 
-/// Opens `name`, empty, for one writer. It can be read by those who can read the target.
+/// Opens `name`, empty, for one writer; nothing if no file can be called `target`. It can be read by those who can read
+/// the target.
 /// @param mode     as for `fopen`; begins with "w"
 /// @param isTaken  true if it could not be opened because somebody else is writing it
 std::FILE* OpenReplacement(const std::string& name, const std::string& target, const char* mode, bool& isTaken);

@@ -123,16 +123,18 @@ void RemoveTree(const std::string& name) {
     RemoveEntry(AT_FDCWD, path.c_str());
 }
 
-std::string OwnTag() {
+std::string OwnNameBeside(const std::string& name) {
+    constexpr std::size_t kept = 200;  // leaves room for the rest in the 255 bytes that the last part can have
     static std::atomic<unsigned> count{0};
-    return std::to_string(getpid()) + "-" + std::to_string(++count);
+    const std::size_t last = name.find_last_of("/\\") + 1;
+    return name.substr(0, last + kept) + "." + std::to_string(getpid()) + "-" + std::to_string(++count) + ".tmp";
 }
 
 bool CopyFile(const std::string& from, const std::string& to) {
     const std::string target = RealPath(to);
     const std::optional<FileInfo> replaced = InfoOf(to);
     if (target.empty() || (replaced && !replaced->isPlain)) return false;
-    const std::string copy = target + "." + OwnTag();
+    const std::string copy = OwnNameBeside(target);
     std::error_code failure;
     const bool isCopied = std::filesystem::copy_file(RealPath(from), copy, failure) && !failure;
     if (isCopied && std::rename(copy.c_str(), target.c_str()) == 0) return true;

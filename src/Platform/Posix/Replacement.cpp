@@ -37,6 +37,12 @@ std::optional<mode_t> AttributesOf(const std::string& path) {
     return status.st_mode & PermissionBits;
 }
 
+/// False for a path that no file can have, as one that is too long: what is written could never be put there.
+bool CanBeThere(const std::string& path) {
+    struct stat status {};
+    return !path.empty() && (lstat(path.c_str(), &status) == 0 || errno == ENOENT);
+}
+
 /// True if the path names the plain file that is open: it may have been renamed or deleted meanwhile.
 bool IsStill(int descriptor, const std::string& path) {
     struct stat open {};
@@ -52,6 +58,9 @@ bool Lock(int descriptor) { return flock(descriptor, LOCK_EX | LOCK_NB) == 0 || 
 
 std::FILE* OpenReplacement(const std::string& name, const std::string& target, const char* mode, bool& isTaken) {
     const std::string path = RealPath(name);
+    const std::string to = RealPath(target);
+    isTaken = false;
+    if (!CanBeThere(to)) return nullptr;
     // Emptied only under the lock. A link is not followed: it would have another file written.
     Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666));
     isTaken = file >= 0 && !Lock(file);
@@ -59,7 +68,7 @@ std::FILE* OpenReplacement(const std::string& name, const std::string& target, c
     // Its writer may have renamed it between the two calls: then it is the target by now.
     isTaken = !IsStill(file, path);
     if (isTaken || ftruncate(file, 0) != 0) return nullptr;
-    if (const std::optional<mode_t> attributes = AttributesOf(RealPath(target))) fchmod(file, *attributes | S_IWUSR);
+    if (const std::optional<mode_t> attributes = AttributesOf(to)) fchmod(file, *attributes | S_IWUSR);
     std::FILE* const stream = fdopen(file, mode);
     if (stream != nullptr) file.Release();
     return stream;

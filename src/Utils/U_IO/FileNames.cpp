@@ -1,5 +1,7 @@
 #include "Utils/U_IO/FileNames.h"
 
+#include <algorithm>
+
 #include "Platform/Files.h"
 
 namespace KM::IO {
@@ -29,7 +31,13 @@ std::string Extension(const std::string& name) {
     return dot == std::string::npos ? std::string() : last.substr(dot + 1);
 }
 
-std::string CurrentWorkingDirectory() { return ValidateFileName(Platform::CurrentFolder()); }
+std::string CurrentWorkingDirectory() {
+    // Not validated: a folder whose name ends in a blank would become another one.
+    std::string folder = Platform::CurrentFolder();
+    std::replace(folder.begin(), folder.end(), '/', '\\');
+    if (folder.empty() || folder.back() != '\\') folder += '\\';
+    return folder;
+}
 
 void ConvertToAbsolutePath(std::string& name) {
     const bool hasDrive = name.size() > 1 && name[1] == ':';

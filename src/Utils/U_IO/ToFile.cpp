@@ -71,7 +71,7 @@ void ToFile::OpenReplacement(bool isSecondTry) {
     bool isTaken = false;
     file_ = Platform::OpenReplacement(nameOnDisk_, name_, mode_.c_str(), isTaken);
     if (file_ != nullptr || !(isTaken || isSecondTry)) return;
-    nameOnDisk_ = name_ + "." + Platform::OwnTag() + ".tmp";
+    nameOnDisk_ = Platform::OwnNameBeside(name_);
     file_ = Platform::OpenReplacement(nameOnDisk_, name_, mode_.c_str(), isTaken);
 }
 

@@ -103,6 +103,14 @@ TEST_F(WorkingFolder, StandsBeforeRelativeNamesOnly) {
     }
 }
 
+TEST_F(WorkingFolder, KeepsABlankAtTheEndOfAFolder) {
+    std::filesystem::create_directories(temp_ / "a /b ");
+    std::filesystem::current_path(temp_ / "a /b ");
+    EXPECT_EQ(CurrentWorkingDirectory(), ValidateFileName(temp_ / "") + "a \\b \\");
+    std::filesystem::current_path("/");
+    EXPECT_EQ(CurrentWorkingDirectory(), "\\");
+}
+
 TEST_F(WorkingFolder, ThatIsGoneIsTheRoot) {
     std::filesystem::remove(temp_ / "");
     EXPECT_EQ(CurrentWorkingDirectory(), "\\");

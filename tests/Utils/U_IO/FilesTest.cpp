@@ -305,6 +305,16 @@ TEST(Copy, TakesTheAttributesToo) {
     EXPECT_EQ(temp.Bytes("to"), "1");
 }
 
+TEST(Copy, TakesTheLongestNames) {
+    const TempFolder temp;
+    const std::string from(255, 'a');
+    const std::string to(255, 'b');
+    temp.Write(from, "1");
+    EXPECT_TRUE(Copy(temp / from, temp / to));
+    EXPECT_EQ(temp.Bytes(to), "1");
+    EXPECT_EQ(temp.Names(), (Names{from, to}));
+}
+
 TEST(Copy, OntoItselfLosesNothing) {
     const TempFolder temp;
     temp.Write("a", "1");

@@ -210,10 +210,11 @@ TEST(ToFile, EmptyNameThrowsWithoutALine) {
     const fs::path before = fs::current_path();
     fs::current_path(temp / "");
     for (const char* mode : {"rb", "wb", "ab", ""}) {
+        temp.Write(".IsOpened", "");
         const LogCapture log;
         EXPECT_THROW(ToFile("", mode, 5, false), XFileIOError) << mode;
         EXPECT_TRUE(log.Lines().empty()) << mode;
-        EXPECT_TRUE(temp.Names().empty()) << mode;
+        EXPECT_TRUE(temp.Names().empty()) << mode << ": the marker goes, and nothing comes";
     }
     fs::current_path(before);
 }
@@ -247,7 +248,7 @@ TEST(ToFile, WhatCannotBeOpenedIsAWarningAndThrows) {
     temp.Write("file", "1");
     fs::create_directory(temp / "folder");
     const std::string names[] = {temp / "file/a", temp / "folder", temp / "new/", temp / std::string(300, 'a'),
-                                 temp / std::string("a\0b", 3)};
+                                 temp / std::string("a\0b", 3), temp / (std::string(240, 'a') + '\0')};
     for (const std::string& name : names) {
         const LogCapture log;
         EXPECT_THROW(ToFile(name, "wb", 0, false), XFileIOError) << name;
@@ -320,9 +321,21 @@ TEST(ToFile, NamesAreTakenLiterally) {
         ToFile file(temp / name, "rb", 0, false);
         EXPECT_EQ(Get(file, static_cast<unsigned>(name.size())), name);
     }
-    const std::string longest(255 - std::string(".tmp").size(), 'a');
-    PutFile(temp / longest, "1");
-    EXPECT_EQ(temp.Bytes(longest), "1");
+}
+
+TEST(ToFile, NameMayBeAsLongAsTheSystemTakesIt) {
+    const TempFolder temp;
+    for (const std::size_t length : {251u, 252u, 255u}) {
+        const std::string name(length, 'a');
+        const LogCapture log;
+        PutFile(temp / name, "1");
+        PutFile(temp / name, "22");
+        EXPECT_EQ(temp.Bytes(name), "22") << length;
+        EXPECT_EQ(temp.Names(), Names{name});
+        EXPECT_EQ(log.Texts(EMessageType::Warning), Texts(length > 251 ? 2 : 0, Created(temp / name)))
+            << "no room for \".tmp\"";
+        fs::remove(temp / name);
+    }
 }
 
 TEST(ToFile, KeepsTheAttributesOfTheTarget) {
@@ -677,6 +690,7 @@ TEST(Transfer, MacrosFillInThePlace) {
     char buffer[1] = "";
     EXPECT_THROW(KM_IO_WRITE(buffer, 1, file), XFileIOError);
     EXPECT_THROW(KM_IO_READ(buffer, 1, file), XFileIOError);
+    EXPECT_EQ(log.Count(EMessageType::Error), 2);
     for (const std::string& error : log.Texts(EMessageType::Error)) {
         EXPECT_NE(error.find("ToFileTest.cpp\", line: "), std::string::npos);
         EXPECT_EQ(error.find("line: 0 "), std::string::npos);

@@ -23,9 +23,8 @@ public:
     /// @param mode       as for `fopen`; the first letter may be a capital
     /// @param color      colour of the name in the log line; 0 writes none
     /// @param overwrite  kept for those who ask
-    /// @throws XFileIOError when it cannot be opened: with a `Warning` in the log, but for a file that is to be read
-    /// and is
-    ///                      not there
+    /// @throws XFileIOError when it cannot be opened: with a `Warning` in the log, but for an empty name and a file
+    ///                      that is to be read and is not there; the marker of these two is deleted
     ///
     /// The folder of a file that is to be written is made, with a `Warning`, if it is missing.
     ToFile(const std::string& name, const std::string& mode, int color, bool overwrite);
