@@ -1,5 +1,7 @@
 #include "Utils/U_Console/LogServices.h"
 
+#include <memory>
+
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Console/Console.h"
 #include "Utils/U_Console/ConsoleDumpingDevice.h"
@@ -10,18 +12,22 @@ namespace {
 DumpingDevice* device = nullptr;
 OutputFormatter* formatter = nullptr;
 
+// Never destroyed, since static objects may log after `main`.
+ConsoleDumpingDevice* TheConsole() {
+    static ConsoleDumpingDevice* console = nullptr;
+    if (console != nullptr) return console;
+    auto made = std::make_unique<ConsoleDumpingDevice>(Application::Services::DumpStream());
+    // A bad setting that is met while the device is made is logged, and that message has then made it already.
+    if (console != nullptr) return console;
+    device = console = made.release();
+    Console::Init();
+    return console;
+}
+
 }  // namespace
 
 DumpingDevice* Services::GetDumpingDevice() {
-    if (device == nullptr) {
-        // Never destroyed, since static objects may log after `main`.
-        static ConsoleDumpingDevice* const console = [] {
-            auto* const made = new ConsoleDumpingDevice(Application::Services::DumpStream());
-            Console::Init();
-            return made;
-        }();
-        device = console;
-    }
+    if (device == nullptr) device = TheConsole();
     return device;
 }
 

@@ -100,6 +100,10 @@ TEST(Console, InitPaintsAndClears) {
     EXPECT_EQ(OnTerminal("init"), "\x1b[0;37;44m\x1b[2J\x1b[H\x1b[2J\x1b[H\x1b[0;97;44mx\x1b[0;37;44m");
 }
 
+TEST(Console, TellsOfABadSettingWhileTheDeviceIsMade) {
+    EXPECT_EQ(OnPipe("bad init"), "<Error>Found an invalide indirerection. Return void!</Error>\nx");
+}
+
 TEST(Console, PaintsALightBackground) {
     // The first asking for the foreground gives the whole word, 247, of which a code holds two digits: 24, which comes
     // out as black. The 7 is stepped over as the closing backquote would be, and the true one comes up as text.

@@ -64,6 +64,11 @@ void Init() {
     WriteLine("x");
 }
 
+void BadInit() {
+    Settings::ToXMLElement("Console.Color.Background").V("%9");
+    Init();
+}
+
 void Light() {
     LogToStandardOutput();
     Services::GetDumpingDevice()->EnableDarkBackground(false);
@@ -106,6 +111,7 @@ int main(int argc, char** argv) {
                                                                  {"desynchronised", Desynchronised},
                                                                  {"title", Title},
                                                                  {"init", Init},
+                                                                 {"bad init", BadInit},
                                                                  {"light", Light},
                                                                  {"redirected", Redirected},
                                                                  {"late", Late}};

@@ -177,7 +177,8 @@ TEST_F(Redirection, OfACheckPointsOwnKeyIsToldOnce) {
     EXPECT_THROW(Read("%9"), XUserAbort);
     Verbose::SetCheckPoint(nullptr);
     EXPECT_EQ(Read("%9"), "");
-    EXPECT_EQ(log_.Texts(Verbose::EMessageType::Error), (Texts{BadRedirection, BadRedirection})) << "after an abort too";
+    EXPECT_EQ(log_.Texts(Verbose::EMessageType::Error), (Texts{BadRedirection, BadRedirection}))
+        << "after an abort too";
 }
 
 TEST_F(Redirection, WorksInTypedReads) {
