@@ -13,13 +13,36 @@ XML::Element& Root() {
     return root;
 }
 
+// A message passes check points and devices, which read settings too: what they find wrong meanwhile is not told, or
+// telling it would never end.
+class Telling {
+public:
+    Telling() { isUnderWay = true; }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+    ~Telling() { isUnderWay = false; }
+
+    static bool IsUnderWay() { return isUnderWay; }
+
+private:
+    static thread_local bool isUnderWay;
+};
+
+thread_local bool Telling::isUnderWay = false;
+
+void TellBadReference() {
+    if (Telling::IsUnderWay()) return;
+    const Telling telling;
+    Verbose::WriteMessage_1(Verbose::EMessageType::Error, "Found an invalide indirerection. Return void!");
+}
+
 std::string ArgumentOf(const std::string& reference) {
     const auto& arguments = Application::Arguments();
     const long long index =
         static_cast<long long>(XML::ToInteger(reference.substr(1))) + Application::RedirectionShifting();
     if (index >= 0 && index < static_cast<long long>(arguments.size()))
         return arguments[static_cast<std::size_t>(index)];
-    Verbose::WriteMessage_1(Verbose::EMessageType::Error, "Found an invalide indirerection. Return void!");
+    TellBadReference();
     return {};
 }
 

@@ -1,5 +1,6 @@
 #include "Utils/U_XMLReader/Element.h"
 
+#include <bit>
 #include <tuple>
 #include <typeinfo>
 #include <utility>
@@ -48,7 +49,8 @@ Element::Element(const std::string& name, const std::string& value, Element* par
 Element::Element(const Element& source) : Base({}, {}, nullptr) { *this = source; }
 
 Element::~Element() {
-    if (isUnlinked_ && parent_ != nullptr && parent_->index_) parent_->index_->EraseElement(this);
+    const Element* keeper = isUnlinked_ ? UnlinkedNodes::KeeperOf(*this) : nullptr;
+    if (keeper != nullptr && keeper->index_) keeper->index_->EraseElement(this);
     if (hasUnlinked_) UnlinkedNodes::Orphan(*this);
     const DoomedChildren doomed(children_);
 }
@@ -60,7 +62,7 @@ const Element& Element::operator=(const Element& r) {
     name_ = r.name_;
     session_ = r.session_;
     if (!r.value_.empty()) value_ = r.value_;
-    if (r.parent_ == nullptr) SetParent(nullptr);
+    if (r.parent_ == nullptr) parent_ = nullptr;
 
     // The former children die last: `r` can be one of them, or stand below one.
     const DoomedChildren former(children_);
@@ -190,8 +192,9 @@ bool Element::IsChild(const Element* element) const {
 void Element::N(const std::string& name) {
     if (parent_ == nullptr) return Base::N(name);
     const Element* found = parent_->FindChild(name_);
-    // A stranger must not enter the index: nobody would take it out again when it dies.
-    if (found == nullptr || (found != this && !parent_->IsChild(this))) throw XNotRegisteredInParrent();
+    if (found == nullptr) throw XNotRegisteredInParrent();
+    // A stranger enters the index too; kept like an unlinked child, it leaves the index when it dies.
+    if (found != this && !parent_->IsChild(this)) parent_->Keep(*this);
     parent_->index_->Erase(name_);
     Base::N(name);
     parent_->AddToIndex(name_, this);
@@ -203,9 +206,13 @@ void Element::EraseAttribute(AttributeMap::iterator& it) {
     if (it != attributes_.end()) it = attributes_.erase(it);
 }
 
-Element::ChildList::iterator Element::Unlink(ChildList::iterator it) {
-    UnlinkedNodes::Keep(**it);
+void Element::Keep(Base& node) {
+    UnlinkedNodes::Keep(node, *this);
     hasUnlinked_ = true;
+}
+
+Element::ChildList::iterator Element::Unlink(ChildList::iterator it) {
+    Keep(**it);
     return children_.erase(it);
 }
 
@@ -254,7 +261,12 @@ const std::string& Element::AttributeValue(const std::string& name) const {
 
 std::string GetFullName(const Element& element) {
     std::vector<const Element*> climb;
-    for (const Element* at = &element; at != nullptr; at = at->P()) climb.push_back(at);
+    const Element* mark = nullptr;  // moves on at each power of two, so that a circle of any length comes back to it
+    for (const Element* at = &element; at != nullptr; at = at->P()) {
+        if (at == mark) return {};
+        climb.push_back(at);
+        if (std::has_single_bit(climb.size())) mark = at;
+    }
     std::string name = climb.back()->N();
     for (auto at = climb.rbegin() + 1; at != climb.rend(); ++at) name += "." + (*at)->N();
     return name;

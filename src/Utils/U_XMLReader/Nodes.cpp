@@ -14,7 +14,7 @@ Base::Base(const Base& source)
 Base& Base::operator=(const Base& source) {
     name_ = source.name_;
     value_ = source.value_;
-    SetParent(source.parent_);
+    parent_ = source.parent_;
     session_ = source.session_;
     return *this;
 }
@@ -44,13 +44,6 @@ const Element* Base::P() const { return parent_; }
 int Base::SettingSession() const { return session_; }
 
 void Base::SettingSession(int session) { session_ = session; }
-
-void Base::SetParent(Element* parent) {
-    const bool isUnlinked = isUnlinked_;
-    if (isUnlinked) UnlinkedNodes::Forget(*this);
-    parent_ = parent;
-    if (isUnlinked) UnlinkedNodes::Keep(*this);
-}
 
 Attribute::Attribute(const std::string& name, const std::string& value, Element* parent) : Base(name, value, parent) {}
 

@@ -8,6 +8,8 @@
 
 #include "Support/LogCapture.h"
 #include "Utils/U_App/Arguments.h"
+#include "Utils/U_Debug/Exceptions.h"
+#include "Utils/U_Debug/LogState.h"
 
 namespace KM {
 namespace {
@@ -164,6 +166,19 @@ TEST_F(Redirection, BeyondTheArgumentsIsAnErrorAndEmpty) {
             EXPECT_EQ(log_.Texts(Verbose::EMessageType::Error), expected) << value << " from " << shift;
         }
     }
+}
+
+// Each message asks the check point, and a check point reads settings.
+TEST_F(Redirection, OfACheckPointsOwnKeyIsToldOnce) {
+    Verbose::SetCheckPoint([] { EXPECT_EQ(Settings::ToString("Test.Redirected"), ""); });
+    EXPECT_EQ(Read("%9"), "");
+    EXPECT_EQ(log_.Texts(Verbose::EMessageType::Error), Texts{BadRedirection});
+    Verbose::SetCheckPoint([] { throw XUserAbort(); });
+    EXPECT_THROW(Read("%9"), XUserAbort);
+    Verbose::SetCheckPoint(nullptr);
+    EXPECT_EQ(Read("%9"), "");
+    EXPECT_EQ(log_.Texts(Verbose::EMessageType::Error), (Texts{BadRedirection, BadRedirection}))
+        << "after an abort too";
 }
 
 TEST_F(Redirection, WorksInTypedReads) {

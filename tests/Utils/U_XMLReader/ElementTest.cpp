@@ -217,14 +217,29 @@ TEST(ElementName, OfAShadowedChildTakesTheEntryOfTheLater) {
     EXPECT_EQ(root.ToString("x"), "") << "the entry of the later child went with it";
 }
 
-TEST(ElementName, IsRefusedWhereTheParentDoesNotKnowIt) {
+TEST(ElementName, IsRefusedWhereTheParentHasNoSuchEntry) {
     Element root("root");
     Element stranger("x", "", &root);
     EXPECT_THROW(stranger.N("y"), Element::XNotRegisteredInParrent);
     EXPECT_EQ(stranger.N(), "x");
-    root["x"];
-    EXPECT_THROW(stranger.N("y"), Element::XNotRegisteredInParrent) << "the entry is another element's";
-    EXPECT_EQ(root["x"].P(), &root);
+}
+
+TEST(ElementName, OfAStrangerTakesTheEntryOfTheChild) {
+    Element root("root");
+    Element& child = root["x"];
+    {
+        Element stranger("x", "", &root);
+        stranger.N("y");
+        EXPECT_EQ(stranger.N(), "y");
+        EXPECT_EQ(&root["y"], &stranger);
+        EXPECT_EQ(root.ToString("x"), "");
+        EXPECT_EQ(ChildrenOf(root), Names{"x"});
+        stranger.N("z");
+        EXPECT_EQ(&root["z"], &stranger);
+    }
+    EXPECT_NE(&root["x"], &child) << "the entry of the child went with the name";
+    EXPECT_EQ(root["z"].P(), &root) << "the index forgets a stranger that is no more";
+    EXPECT_EQ(ChildrenOf(root), (Names{"x", "x", "z"}));
 }
 
 TEST(ElementName, OfACopiedChildIsRefused) {
@@ -380,6 +395,16 @@ TEST(GetFullName, JoinsTheNamesFromTheRootDown) {
     EXPECT_EQ(GetFullName(root["a.b"]), "root.a.b");
     EXPECT_EQ(GetFullName(root["a..b"]), "root.a..b");
     EXPECT_EQ(GetFullName(Element("")), "");
+}
+
+TEST(GetFullName, OfACircleIsEmpty) {
+    for (int length = 1; length < 10; ++length) {
+        std::vector<Element> circle(static_cast<std::size_t>(length), Element("e"));
+        for (std::size_t i = 0; i < circle.size(); ++i)
+            static_cast<Base&>(circle[i]) = Attribute("e", "", &circle[(i + 1) % circle.size()]);
+        EXPECT_EQ(GetFullName(circle[0]), "") << length;
+        EXPECT_EQ(GetFullName(Element("tail", "", &circle[0])), "") << length;
+    }
 }
 
 }  // namespace

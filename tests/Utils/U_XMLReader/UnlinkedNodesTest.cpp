@@ -82,6 +82,42 @@ TEST(UnlinkedNodes, FollowAnAssignmentThatMakesThemRoots) {
     delete &x;
 }
 
+TEST(UnlinkedNodes, LeaveTheIndexAlsoWithoutAParent) {
+    Element root("root");
+    Element& x = root["x"];
+    x = Element("free");
+    EXPECT_EQ(&EraseFirst(root), &x);
+    EXPECT_EQ(&root["x"], &x);
+    delete &x;
+    EXPECT_EQ(root.ToString("x"), "");
+    root["y"];
+    Element& y = EraseFirst(root);
+    y = Element("free");
+    delete &y;
+    EXPECT_EQ(root["y"].P(), &root);
+}
+
+TEST(UnlinkedNodes, MayHaveAParentThatDiedLongAgo) {
+    Element root("root");
+    auto other = std::make_unique<Element>("other");
+    root.Children().push_back(new Element("x", "", other.get()));
+    other.reset();
+    Element& x = EraseFirst(root);
+    EXPECT_TRUE(root.Children().empty());
+    delete &x;
+}
+
+TEST(UnlinkedNodes, OfAStrangersNameOutliveTheirParent) {
+    auto root = std::make_unique<Element>("root");
+    (*root)["x"];
+    Element stranger("x", "", root.get());
+    stranger.N("y");
+    root.reset();
+    EXPECT_EQ(stranger.P(), nullptr);
+    stranger.N("z");
+    EXPECT_EQ(stranger.N(), "z");
+}
+
 TEST(UnlinkedNodes, OfTreesOfSeveralThreadsShareOnePlace) {
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {

@@ -39,7 +39,8 @@ KM_API XML::Element& ToXMLElement(const std::string& key);
 ///
 /// A value that begins with "%" stands for an argument of the command line: the rest is a number, counted from
 /// `Application::RedirectionShifting()`, so "%1" is the first argument behind the last configuration file. It is not
-/// looked at again, whatever it says. If there is no such argument, the result is empty, with one `Error` in the log.
+/// looked at again, whatever it says. If there is no such argument, the result is empty, with one `Error` in the log. (A
+/// reference that is met while this very message is written is not told again.)
 KM_API std::string ToString(const std::string& key);
 
 /// The value as integer, by the rules of `XML::Element::ToInt`: an unknown key gives 1.

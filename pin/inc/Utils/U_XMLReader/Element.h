@@ -75,8 +75,8 @@ public:
 
     using Base::N;
     /// Changes the name. If there is a parent, its entry under the old name, whichever child that names, makes way for
-    /// this element under the new name. Throws `XNotRegisteredInParrent`, and changes nothing, if the parent has no
-    /// such entry, or does not know this element at all.
+    /// this element under the new name, whether or not this is one of its children. Throws `XNotRegisteredInParrent`,
+    /// and changes nothing, if the parent has no such entry.
     void N(const std::string& name) override;
 
     void EraseAttribute(const std::string& name);
@@ -127,6 +127,7 @@ private:
     void AddToIndex(const std::string& name, Element* child);
     Element& AddIndexed(std::unique_ptr<Element> child);
     void AddCloned(std::unique_ptr<Base> clone);
+    void Keep(Base& node);
     ChildList::iterator Unlink(ChildList::iterator it);
 
     AttributeMap attributes_;
@@ -135,7 +136,7 @@ private:
     bool hasUnlinked_ = false;
 };
 
-/// The names from the root down to the element, joined by dots.
+/// The names from the root down to the element, joined by dots; empty if the parents run in a circle.
 KM_API std::string GetFullName(const Element& element);
 
 }  // namespace KM::XML

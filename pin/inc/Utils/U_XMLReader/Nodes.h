@@ -47,8 +47,6 @@ private:
     friend class Element;
     friend class UnlinkedNodes;
 
-    void SetParent(Element* parent);
-
     std::string name_;
     std::string value_;
     Element* parent_;
