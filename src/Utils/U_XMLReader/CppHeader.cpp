@@ -74,7 +74,7 @@ private:
 
     /// Each open element is one tab.
     void Line(int deeper, const std::string& text) {
-        out_ << NewLine(static_cast<int>(indent_ + static_cast<long long>(open_.size())) + deeper, "\t") << text;
+        out_ << NewLine(indent_ + static_cast<long long>(open_.size()) + deeper, "\t") << text;
     }
 
     void Begin(const Element& element, bool isLast) {

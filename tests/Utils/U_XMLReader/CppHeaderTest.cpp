@@ -123,5 +123,11 @@ TEST(CppHeader, SurvivesAnyTree) {
     EXPECT_TRUE(Generated(root["a"], INT_MAX).ends_with(Closing));
 }
 
+TEST(CppHeader, AWildIndentIsBoundedOnEachLine) {
+    Element root("r");
+    root["a.b"];
+    EXPECT_EQ(Generated(root, INT_MAX), Generated(root, 1000));
+}
+
 }  // namespace
 }  // namespace KM::XML

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <functional>
 #include <sstream>
 #include <streambuf>
@@ -103,6 +104,16 @@ TEST(DumpProcessor, SurvivesEventsOutOfTurn) {
                   dump.OnElementEnd(true);
               }),
               "\n</>\n<a</a>");
+}
+
+TEST(DumpProcessor, WildDepthsAreBoundedOnEachLine) {
+    const auto read = [](DumpProcessor& dump) { ReadFromString("<a><b/></a>", dump, true); };
+    EXPECT_EQ(Written(read, true, "  ", INT_MAX), Written(read, true, "  ", 1000));
+    const auto climb = [](DumpProcessor& dump) {
+        dump.OnElementEnd(false);
+        dump.OnComment("a");
+    };
+    EXPECT_EQ(Written(climb, true, "  ", INT_MIN), Written(climb));
 }
 
 TEST(DumpProcessor, TakesAReaderToo) {

@@ -64,7 +64,7 @@ private:
     std::ostream& out_;
     bool escape_;
     std::string indent_;
-    int depth_;
+    long long depth_;  // wider than what the caller gives, so that no level runs over
     ColorSet foreground_;
     ColorSet background_;
     std::vector<std::string> open_;  // names of the open elements
