@@ -9,8 +9,7 @@ namespace KM::IO {
 
 /// Runs a program, which is looked up in the search path, and waits for it.
 ///
-/// @param arguments  words, in double quotes where they hold blanks; or a list of words, which are handed over as they
-/// are
+/// @param arguments  words, in double quotes where they hold blanks; or a list of words, handed over as they are
 /// @return           its exit code, 128 plus the number of the signal that ended it, or -1 if it could not be started
 ///
 /// The last argument is not read.

@@ -19,9 +19,8 @@ class KM_API Add {
 public:
     /// @param key            dotted path from the root; groups on the way are made as needed
     /// @param defaultValue   value of the key; also kept as attribute "Default" if `exportDefault` is true
-    /// @param type           "Bool", "Int32", "Real64", "AutoReal64", "Real32", "AutoReal32", "String", "Enum",
-    /// "EnumValue",
-    ///                       "Flag", "FlagValue", "Descriptor"; empty for a group
+    /// @param type           "Bool", "Int32", "Real64", "AutoReal64", "Real32", "AutoReal32", "String",
+    ///                       "Enum", "EnumValue", "Flag", "FlagValue", "Descriptor"; empty for a group
     /// @param policy         "Developer" or empty
     /// @param boundLower     the bounds describe, no value is tested against them
     /// @param file, line     place of the declaration
