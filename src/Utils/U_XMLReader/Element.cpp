@@ -56,19 +56,33 @@ private:
 
 Element::Element(const std::string& name, const std::string& value, Element* parent) : Base(name, value, parent) {}
 
-Element::Element(const Element& source) : Base({}, {}, nullptr) { *this = source; }
+Element::Element(const Element& source) : Base({}, {}, nullptr) {
+    *this = source;
+    hasOtherKey_ = false;
+}
 
 Element::~Element() {
     const Element* keeper = isUnlinked_ ? UnlinkedNodes::KeeperOf(*this) : nullptr;
-    if (keeper != nullptr && keeper->family_) keeper->family_->index.EraseElement(this);
+    if (keeper != nullptr && keeper->family_) keeper->LeaveIndex(*this);
     if (hasUnlinked_) UnlinkedNodes::Orphan(*this);
     const DoomedChildren doomed(*this);
+}
+
+// The search under the own name keeps it cheap to delete many erased children; one that may have other keys is sought
+// in the whole index.
+void Element::LeaveIndex(const Element& node) const {
+    NameIndex& index = family_->index;
+    if (node.hasOtherKey_)
+        index.EraseElement(&node);
+    else if (index.Find(node.name_) == &node)
+        index.Erase(node.name_);
 }
 
 Element* Element::Clone() const { return new Element(*this); }
 
 const Element& Element::operator=(const Element& r) {
     if (this != &r) CopyAttributes(r);
+    hasOtherKey_ = true;
     name_ = r.name_;
     session_ = r.session_;
     if (!r.value_.empty()) value_ = r.value_;
@@ -140,6 +154,7 @@ void Element::AddCloned(std::unique_ptr<Base> clone) {
     if (element == nullptr) return;
     element->parent_ = this;
     // Under the own name, not the child's: hosts rely on it that a copy makes its keys anew beside the copied ones.
+    element->hasOtherKey_ = true;
     family_->index.Set(name_, element);
 }
 
@@ -211,7 +226,7 @@ void Element::N(const std::string& name) {
     // A stranger enters the index too; kept like an unlinked child, it leaves the index when it dies.
     if (found != this && !parent_->IsChild(this)) parent_->Keep(*this);
     parent_->family_->index.Erase(name_);
-    Base::N(name);
+    name_ = name;
     parent_->family_->index.Set(name_, this);
 }
 

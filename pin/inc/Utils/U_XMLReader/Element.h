@@ -128,6 +128,7 @@ private:
     void AddCloned(std::unique_ptr<Base> clone);
     void CopyAttributes(const Element& source);
     void Keep(Base& node);
+    void LeaveIndex(const Element& node) const;
     ChildList::iterator Unlink(ChildList::iterator it);
 
     bool hasUnlinked_ = false;
