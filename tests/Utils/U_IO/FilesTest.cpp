@@ -277,17 +277,19 @@ TEST(DirectoryDelete, IgnoresWhatIsNoFolder) {
     EXPECT_EQ(temp.Names(), (Names{"file", "link"}));
 }
 
-// Far deeper than a path can be long, and than a process may hold folders open.
+// Deeper than a path can be long, and than a process may hold folders open.
 TEST(DirectoryDelete, GoesDeep) {
     const TempFolder temp;
     const std::string done = InChild([&temp]() -> std::string {
+        const std::string name(20, 'a');
         fs::current_path(temp / "");
-        for (int level = 0; level < 10000; ++level) {
-            if (mkdir("a", 0777) != 0 || mkdir("b", 0777) != 0 || chdir("a") != 0) return "no tree";
+        for (int level = 0; level < 300; ++level) {
+            if (level % 10 == 0 && mkdir("b", 0777) != 0) return "no sibling";
+            if (mkdir(name.c_str(), 0777) != 0 || chdir(name.c_str()) != 0) return "no tree";
         }
         const rlimit few{16, 16};
         if (chdir("/") != 0 || setrlimit(RLIMIT_NOFILE, &few) != 0) return "no limit";
-        DirectoryDelete(temp / "a");
+        DirectoryDelete(temp / name);
         return "done";
     });
     EXPECT_EQ(done, "done");
