@@ -192,8 +192,8 @@ void Parser::PassTagEnd() {
 void Parser::Fail(const std::string& what) const {
     const std::string_view passed = text_.substr(0, text_.size() - rest_.size());
     const auto lines = static_cast<std::size_t>(std::count(passed.begin(), passed.end(), '\n'));
-    Verbose::WriteMessage_1(Verbose::EMessageType::Error, what + ", InLine: " + std::to_string(lines - quotedLines_) +
-                                                              ". Execution Aborted");
+    Verbose::WriteMessage_1(Verbose::EMessageType::Error,
+                            what + ", InLine: " + std::to_string(lines - quotedLines_) + ". Execution Aborted");
     throw "Bad XML File";
 }
 
