@@ -4,6 +4,8 @@
 #include <cstring>
 #include <set>
 
+#include "Tools/KmPinBoundary.h"
+
 namespace KM::Test {
 namespace {
 
@@ -60,6 +62,13 @@ std::string FirstUncompactness(const Mesh& mesh) {
     for (int n = 0; n < static_cast<int>(mesh.p2e.size()); ++n)
         if (mesh.p2e[n] == -1) return At("dead node", n);
     return "";
+}
+
+std::string IntegrityFaults(const PIN& mesh) {
+    std::string faults;
+    for (const PinFault& fault : CheckIntegrity(mesh))
+        if (fault.text != "G1-14") faults += At("at", fault.item) + ": " + fault.text + "\n";
+    return faults;
 }
 
 template <class Mesh>
