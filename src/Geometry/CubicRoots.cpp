@@ -51,7 +51,7 @@ int CubicMonic(double p, double q, double r, double roots[]) {
     const double w = 2.0 * v;
     const double D = w * w * v + u * u;
     if (D >= 0.0) return OneRoot(CardanoRoot(u, v, D) - s, roots);
-    if (D < 0.0 && v >= 0.0) return OneRoot(CubeRoot(u) - s, roots);  // no arithmetic without rounding comes here
+    // A negative D needs a negative v; no rounding can bring it about in another way.
     return ThreeRoots(u, v, s, roots);
 }
 
