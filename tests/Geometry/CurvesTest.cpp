@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "Geometry/Distances.h"
 #include "Geometry/Lines.h"
@@ -13,11 +12,7 @@
 namespace KM {
 namespace {
 
-using Test::HostilePoints;
-using Test::SameBits;
-using P = TPoint<double>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+using namespace Test;
 
 TEST(GetSplinePoint, RunsFromAToC) {
     const P A(1, 2, 3), B(1, 0, 0), C(9, 8, 7), D(0, 1, 0);

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "Geometry/Solver.h"
 #include "Support/HostilePoints.h"
@@ -12,11 +11,7 @@
 namespace KM {
 namespace {
 
-using Test::HostilePoints;
-using Test::SameBits;
-using P = TPoint<double>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+using namespace Test;
 
 /// What a function wrote, and how many it said it wrote.
 struct Hits {
@@ -136,8 +131,8 @@ TEST(IntSegmCylinder, UsesTheAxisVectorAsItComes) {
 TEST(IntSegmCylinder, TakesZForASegmentThatIsAPoint) {
     const Hits hits = Tube(P(1, 0, 1), P(1, 0, 1), Foot, Top, 2.0);
     EXPECT_EQ(hits.count, 2);
-    EXPECT_EQ(hits.t[0], -std::numeric_limits<double>::infinity());
-    EXPECT_EQ(hits.t[1], std::numeric_limits<double>::infinity());
+    EXPECT_EQ(hits.t[0], -Infinity);
+    EXPECT_EQ(hits.t[1], Infinity);
 }
 
 double DistanceFromAxis(const P& p, const P& C, const P& unit) { return Length((p - C) - unit * Dot(p - C, unit)); }

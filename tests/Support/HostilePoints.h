@@ -11,15 +11,18 @@
 
 namespace KM::Test {
 
+using P = TPoint<double>;
+
+inline constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+inline constexpr double Infinity = std::numeric_limits<double>::infinity();
+
 /// True for the same bits; all NaNs count as one, since their bits depend on the order in which a compiler takes operands.
 inline bool SameBits(double a, double b) {
     if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
     return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
-inline bool SameBits(const TPoint<double>& a, const TPoint<double>& b) {
-    return SameBits(a.X, b.X) && SameBits(a.Y, b.Y) && SameBits(a.Z, b.Z);
-}
+inline bool SameBits(const P& a, const P& b) { return SameBits(a.X, b.X) && SameBits(a.Y, b.Y) && SameBits(a.Z, b.Z); }
 
 /// Points that try guards: of a seed come sound ones, points of a coarse lattice, where many coincide or lie on one line,
 /// near copies of earlier points, and points of NaN, infinities, denormals, signed zeros, and huge or tiny numbers.
@@ -27,9 +30,9 @@ class HostilePoints {
 public:
     explicit HostilePoints(unsigned seed) : random_(seed), kind_(seed % 4) {}
 
-    TPoint<double> operator()() {
-        const TPoint<double> earlier = last_;
-        last_ = TPoint<double>(Number(), Number(), Below(3) == 0 ? 0.0 : Number());
+    P operator()() {
+        const P earlier = last_;
+        last_ = P{Number(), Number(), Below(3) == 0 ? 0.0 : Number()};
         if (kind_ != 0 && Below(4) == 0) last_ = earlier + Step();
         return last_;
     }
@@ -48,40 +51,21 @@ public:
 
 private:
     double Special() {
-        constexpr double inf = std::numeric_limits<double>::infinity();
-        constexpr double values[] = {std::numeric_limits<double>::quiet_NaN(),
-                                     inf,
-                                     -inf,
-                                     0.0,
-                                     -0.0,
-                                     1.0,
-                                     5e-324,
-                                     -3e-310,
-                                     1e-300,
-                                     1e300,
-                                     -1e300,
-                                     1e150,
-                                     1e-150,
-                                     1e-20,
-                                     1e20,
-                                     1e-8,
-                                     5e-9,
-                                     1e-6,
-                                     1e-3,
-                                     1e-4};
+        constexpr double values[] = {NaN,    Infinity, -Infinity, 0.0,   -0.0, 1.0,  5e-324, -3e-310, 1e-300, 1e300,
+                                     -1e300, 1e150,    1e-150,    1e-20, 1e20, 1e-8, 5e-9,   1e-6,    1e-3,   1e-4};
         return values[Below(std::size(values))];
     }
 
     /// None, or a short way in any direction.
-    TPoint<double> Step() {
+    P Step() {
         constexpr double lengths[] = {0.0, 0.0, 1e-12, 4e-9, 1e-8, 1e-7, 1e-6, 1e-4, 1e-3};
         const double length = lengths[Below(std::size(lengths))];
-        return TPoint<double>(Uniform(-1.0, 1.0), Uniform(-1.0, 1.0), Uniform(-1.0, 1.0)) * length;
+        return P{Uniform(-1.0, 1.0), Uniform(-1.0, 1.0), Uniform(-1.0, 1.0)} * length;
     }
 
     std::mt19937_64 random_;
     unsigned kind_;
-    TPoint<double> last_;
+    P last_;
 };
 
 }  // namespace KM::Test
