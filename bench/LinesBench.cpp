@@ -26,7 +26,7 @@ const std::array<Input, 256>& Inputs() {
         unsigned seed = 0;
         for (Input& input : result) {
             Test::HostilePoints next(seed);
-            input = {next(), next(), next(), next(), next.Uniform(1.0, 8.0)};
+            input = {next(), next(), next(), next(), next.Between(1.0, 8.0)};
             seed += 4;  // each fourth seed gives points without any trap
         }
         return result;

@@ -78,7 +78,7 @@ TEST(IntSegmSphere, PutsItsPointsOnTheSphere) {
     for (unsigned seed = 0; seed < 8000; seed += 4) {
         HostilePoints next(seed);
         const P A = next(), B = next(), centre = next();
-        const double radius = next.Uniform(1.0, 12.0);
+        const double radius = next.Between(1.0, 12.0);
         const Hits hits = Sphere(A, B, centre, radius);
         for (int i = 0; i < hits.count; ++i)
             EXPECT_NEAR(Length(A + (B - A) * hits.t[i] - centre), radius, 1e-4) << seed;
@@ -142,7 +142,7 @@ TEST(IntSegmCylinder, PutsItsPointsOnTheCylinder) {
     for (unsigned seed = 0; seed < 8000; seed += 4) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), unit = SafeUnit(next());
-        const double radius = next.Uniform(1.0, 12.0);
+        const double radius = next.Between(1.0, 12.0);
         if (Length(Cross(SafeUnit(B - A), unit)) < 0.01) continue;
         const Hits hits = Tube(A, B, C, C + unit, radius);
         if (hits.count == 0) continue;
@@ -284,7 +284,7 @@ TEST(IntSegmCylinderFinite, AndTheInfiniteOneFollowThePlainRuleBitByBit) {
     for (unsigned seed = 0; seed < 80000; ++seed) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), D = next();
-        const double radius = seed % 3 == 0 ? next.Number() : next.Uniform(0.0, 8.0);
+        const double radius = seed % 3 == 0 ? next.Number() : next.Between(0.0, 8.0);
         for (const bool isCapped : {false, true}) {
             Hits expected;
             expected.count =
@@ -303,7 +303,7 @@ TEST(IntSegmSphere, FollowsThePlainRuleBitByBit) {
     for (unsigned seed = 0; seed < 40000; ++seed) {
         HostilePoints next(seed);
         const P A = next(), B = next(), centre = next();
-        const double R = seed % 3 == 0 ? next.Number() : next.Uniform(0.0, 8.0);
+        const double R = seed % 3 == 0 ? next.Number() : next.Between(0.0, 8.0);
         const P f(A.X - centre.X, A.Y - centre.Y, A.Z - centre.Z);
         const P e(B.X - centre.X - f.X, B.Y - centre.Y - f.Y, B.Z - centre.Z - f.Z);
         Hits expected;
