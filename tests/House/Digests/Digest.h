@@ -33,5 +33,6 @@ void Print(const std::string& what, const Digest& digest);
 
 void PrintHostRoadDigests(const std::string& samples);
 void PrintLineDigests();
+void PrintPlaneAndSolverDigests();
 
 }  // namespace KM::Test
