@@ -17,7 +17,7 @@ public:
     Results& operator=(const Results&) = delete;
 
     void Add(double x) {
-        if (std::isnan(x)) x = 7e77;
+        if (std::isnan(x)) x = NaN;
         digest_.Add(&x, 1);
     }
     void Add(const P& p) {
