@@ -49,27 +49,24 @@ public:
                                            1e160,    -1e160, 1e300, -1e300, 1e-50, 1e-160, 5e-324, 1.05367e-8,
                                            1e25,     3.0,    6.0,   -11.0,  1e-3,  0.05};
         static constexpr double others[] = {NaN, -NaN, Infinity, -Infinity};
-        switch (Below(8)) {
-            case 0:
-                return isFinite ? 0.0 : others[Below(4)];
-            case 1:
-            case 2:
-                return edges[Below(static_cast<int>(std::size(edges)))];
-            case 3:
-                return Below(21) - 10;
-            case 4:
-                return std::ldexp(Between(-1.0, 1.0), Below(200) - 100);
-            case 5:
-                return std::ldexp(Between(-1.0, 1.0), Below(2000) - 1000);
-            default:
-                return Between(-10.0, 10.0);
-        }
+        const int kind = Below(8);
+        if (kind == 0) return isFinite ? 0.0 : others[Below(4)];
+        if (kind <= 2) return edges[Below(static_cast<int>(std::size(edges)))];
+        if (kind == 3) return Below(21) - 10;
+        if (kind == 4) return OfAnyMagnitude(100);
+        if (kind == 5) return OfAnyMagnitude(1000);
+        return Between(-10.0, 10.0);
     }
     TPoint<double> HostilePoint(bool isFinite = false) {
         return {Hostile(isFinite), Hostile(isFinite), Hostile(isFinite)};
     }
 
 private:
+    double OfAnyMagnitude(int exponent) {
+        const double mantissa = Between(-1.0, 1.0);
+        return std::ldexp(mantissa, Below(2 * exponent) - exponent);
+    }
+
     std::mt19937 random_;
 };
 

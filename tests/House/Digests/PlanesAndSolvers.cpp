@@ -68,7 +68,7 @@ void PrintRoots(const std::string& name, unsigned seed, bool isHostile) {
     for (int round = 0; round < 10000; ++round) {
         double k[5];
         for (double& item : k) item = isHostile ? numbers.Hostile() : numbers.Between(-10.0, 10.0);
-        double roots[4];
+        double roots[4] = {};
         AddRoots(digest, Solver::Quadratic(k[0], k[1], k[2], roots), roots);
         AddRoots(digest, Solver::Cubic(k[0], k[1], k[2], k[3], roots), roots);
         AddRoots(digest, Solver::Quartic(k[0], k[1], k[2], k[3], k[4], roots), roots);
