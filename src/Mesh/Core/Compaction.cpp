@@ -66,17 +66,6 @@ bool CompactEdges(Mesh& mesh, VisitorOf<Mesh>& visitor) {
     return hasStray;
 }
 
-/// Clears the loop of `e`. It clears as it goes and stops at the first dead record, so it ends on broken links as well.
-template <class Mesh>
-void DeleteLoop(Mesh& mesh, int e) {
-    while (IsAliveEdge(mesh, e)) {
-        const int next = mesh.edges[e].NE;
-        OrphanTwin(mesh, e);
-        mesh.edges[e] = Edge();
-        e = next;
-    }
-}
-
 }  // namespace
 
 template <class Mesh>
@@ -115,7 +104,7 @@ void Compact(Mesh& mesh, VisitorOf<Mesh>& visitor) {
     if (mesh.p2e.size() != mesh.points.size()) RebuildNodeEdges(mesh);
     while (CompactEdges(mesh, visitor)) {
         for (int e = 0; IsEdge(mesh, e); ++e)
-            if (!IsNode(mesh, mesh.edges[e].P0)) DeleteLoop(mesh, e);
+            if (!IsNode(mesh, mesh.edges[e].P0)) ClearLoop(mesh, e);
     }
     CompactNodes(mesh, visitor);
 }

@@ -56,7 +56,7 @@ int FirstOfFan(const Mesh& mesh, int edge) {
 }
 
 /// The edges of one fan in forward order, for a range-based `for`. Ends after `edges.size()` edges at the latest. The
-/// mesh must not change during the walk.
+/// links of the mesh must not change during the walk; start nodes may.
 template <class Mesh>
 class FanWalk {
 public:
@@ -86,6 +86,9 @@ public:
         : mesh_(mesh),
           first_(static_cast<std::size_t>(node) < mesh.p2e.size() ? FirstOfFan(mesh, mesh.p2e[node]) : -1) {}
 
+    /// The fan that `edge` belongs to, whatever `p2e` says.
+    static FanWalk Through(const Mesh& mesh, int edge) { return FanWalk(mesh, StartsAt{FirstOfFan(mesh, edge)}); }
+
     int First() const { return first_; }
     std::size_t Count() const {
         std::size_t count = 0;
@@ -96,6 +99,11 @@ public:
     End end() const { return {}; }
 
 private:
+    struct StartsAt {
+        int edge;
+    };
+    FanWalk(const Mesh& mesh, StartsAt first) : mesh_(mesh), first_(first.edge) {}
+
     const Mesh& mesh_;
     int first_;
 };

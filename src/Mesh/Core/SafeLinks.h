@@ -44,6 +44,24 @@ void OrphanTwin(Mesh& mesh, std::int32_t e) {
     if (IsEdge(mesh, twin)) mesh.edges[twin].TE = -1;
 }
 
+/// Clears the loop of `e` to (-1, -1, -1) and makes orphans of its twins. It clears as it goes and stops at the first dead
+/// record, so it ends on broken links as well.
+template <class Mesh>
+void ClearLoop(Mesh& mesh, std::int32_t e) {
+    while (IsAliveEdge(mesh, e)) {
+        const std::int32_t next = mesh.edges[e].NE;
+        OrphanTwin(mesh, e);
+        mesh.edges[e] = Edge();
+        e = next;
+    }
+}
+
+/// Lets `p2e` name an edge at a node; a node beyond its end, as all are while it is empty, is passed over.
+template <class Mesh>
+void NameNodeEdge(Mesh& mesh, std::int32_t node, std::int32_t e) {
+    if (static_cast<std::size_t>(node) < mesh.p2e.size()) mesh.p2e[node] = e;
+}
+
 /// Lets `p2e`, which must be as long as `points`, name the highest-numbered edge at each node that has one.
 template <class Mesh>
 void NameNodeEdges(Mesh& mesh) {

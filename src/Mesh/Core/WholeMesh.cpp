@@ -25,10 +25,6 @@ bool CollectAgainstWalk(const PIN& mesh, int edge, std::vector<char>& visited, s
     return true;
 }
 
-void SetNodeEdge(PIN& mesh, int node, int edge) {
-    if (static_cast<std::size_t>(node) < mesh.p2e.size()) mesh.p2e[node] = edge;
-}
-
 /// Links the edges in the order of `loop`, which is against their `NE`.
 void TurnRound(PIN& mesh, const std::vector<int>& loop) {
     // The end of an edge is the start of the one before it in `loop`, as it was before the change.
@@ -37,7 +33,7 @@ void TurnRound(PIN& mesh, const std::vector<int>& loop) {
         Edge& edge = mesh.edges[loop[k]];
         const int start = std::exchange(edge.P0, end);
         edge.NE = k + 1 < loop.size() ? loop[k + 1] : loop.front();
-        SetNodeEdge(mesh, end, loop[k]);
+        NameNodeEdge(mesh, end, loop[k]);
         end = start;
     }
 }
