@@ -30,7 +30,8 @@ std::string EdgeFault(const Mesh& mesh, int e) {
     if (edge.TE < 0 || edge.TE >= edgeCount || mesh.edges[edge.TE].NE == -1) return At("TE is no alive edge at", e);
     const Edge& twin = mesh.edges[edge.TE];
     if (twin.TE != e) return At("the twin has another twin at", e);
-    if (twin.P0 != mesh.edges[edge.NE].P0 || mesh.edges[twin.NE].P0 != edge.P0) return At("the twin runs elsewhere at", e);
+    const bool endsHere = twin.NE >= 0 && twin.NE < edgeCount && mesh.edges[twin.NE].P0 == edge.P0;
+    if (twin.P0 != mesh.edges[edge.NE].P0 || !endsHere) return At("the twin runs elsewhere at", e);
     return "";
 }
 

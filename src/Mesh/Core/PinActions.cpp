@@ -1,6 +1,5 @@
 #include "Mesh/Core/PinActions.h"
 
-#include <algorithm>
 #include <cstddef>
 
 #include "Mesh/Core/SafeLinks.h"
@@ -8,31 +7,33 @@
 namespace KM {
 namespace {
 
-/// Grows `items` until `at` is an index of it. False, with nothing grown, if `at` is negative, or if `other` would not
-/// be an index even then.
 template <class Vector>
-bool GrowTo(Vector& items, int at, int other) {
-    if (at < 0) return false;
-    const std::size_t count = std::max(items.size(), static_cast<std::size_t>(at) + 1);
-    if (static_cast<std::size_t>(other) >= count) return false;
-    items.resize(count);
-    return true;
+bool Has(const Vector& items, int index) {
+    return static_cast<std::size_t>(index) < items.size();  // a negative index becomes a huge one
+}
+
+template <class Vector>
+void GrowTo(Vector& items, int index) {
+    if (!Has(items, index)) items.resize(static_cast<std::size_t>(index) + 1);
 }
 
 template <class Vector, class Item>
 void TakeMoveBack(Vector& items, const Item& overwritten, int from, int to) {
-    if (!GrowTo(items, from, to)) return;
-    items[from] = items[to];
+    if (from < 0 || to < 0) return;
+    GrowTo(items, from);
+    // A node can die where it was moved to, and be dropped without a report. What stands at `from` is then the better
+    // guess, and what had been overwritten comes back all the same.
+    if (Has(items, to)) items[from] = items[to];
+    GrowTo(items, to);
     items[to] = overwritten;
 }
 
 /// Compaction drops the last item behind such a move and does not report it, so the move implies it.
 template <class Vector>
 void MoveAgain(Vector& items, int from, int to) {
-    const std::size_t count = items.size();
-    if (static_cast<std::size_t>(from) >= count || static_cast<std::size_t>(to) >= count) return;
+    if (!Has(items, from) || !Has(items, to)) return;
     items[to] = items[from];
-    if (static_cast<std::size_t>(from) + 1 == count) items.pop_back();
+    if (static_cast<std::size_t>(from) + 1 == items.size()) items.pop_back();
 }
 
 void SetField(PIN& mesh, int edge, std::int32_t Edge::*field, int value) {
@@ -70,7 +71,9 @@ void KsPinEdgeInvalidate::Redo(PIN& mesh) const {
 }
 
 void KsPinMergeNode::Undo(PIN& mesh) const {
-    if (GrowTo(mesh.points, a, b)) mesh.points[a] = mesh.points[b];
+    if (a < 0 || b < 0) return;
+    GrowTo(mesh.points, a);
+    if (Has(mesh.points, b)) mesh.points[a] = mesh.points[b];
 }
 
 }  // namespace KM

@@ -48,8 +48,8 @@ public:
 /// only tell a listener what such a call does.
 ///
 /// An action fits the mesh in the state that recording, or the replay of its neighbours, left. On another mesh it does
-/// what it can: a change of which an index is out of range is left out, and nothing else is written. `p2e` is not
-/// touched by any of them.
+/// what it can: a change of which an index is out of range is left out, and nothing else is written. The undo of a move
+/// grows the vector instead, and throws what the growth of a vector throws. `p2e` is not touched by any of them.
 class KM_API KsPinAction {
 public:
     virtual void Undo(PIN& mesh) const = 0;
@@ -62,8 +62,8 @@ protected:
     ~KsPinAction() = default;
 };
 
-/// `points[to]`, which was `overwritten`, became `points[from]`. Undo grows `points` with (0, 0, 0) until `from` is
-/// there. Redo removes the last point if it is `from`.
+/// `points[to]`, which was `overwritten`, became `points[from]`. Undo grows `points` with (0, 0, 0) until both are there,
+/// and leaves `points[from]` as it is if `to` was not. Redo removes the last point if it is `from`.
 class KM_API KsPinMoveNode final : public KsPinAction {
 public:
     KsPinMoveNode(const TPoint<double>& point, int fromNode, int toNode)
@@ -79,8 +79,8 @@ public:
     int to;
 };
 
-/// `edges[to]`, which was `overwritten`, became `edges[from]`. Undo grows `edges` with dead records until `from` is
-/// there. Redo removes the last record if it is `from`.
+/// `edges[to]`, which was `overwritten`, became `edges[from]`. Undo grows `edges` with dead records until both are there,
+/// and leaves `edges[from]` as it is if `to` was not. Redo removes the last record if it is `from`.
 class KM_API KsPinMoveEdge final : public KsPinAction {
 public:
     KsPinMoveEdge(const Edge& record, int fromEdge, int toEdge) : overwritten(record), from(fromEdge), to(toEdge) {}

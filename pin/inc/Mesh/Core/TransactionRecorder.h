@@ -13,8 +13,9 @@ namespace KM {
 /// Pass it to one mutator after another, and keep it as long as the mesh is to be reversible. `Undo` then restores
 /// `points` and `edges` bit for bit, and `Redo` brings back the end, any number of times. What nobody reports does not
 /// come back:
-/// - dead nodes that compaction drops from the end. After `Undo` they may be missing, or stand at (0, 0, 0); after `Redo`
-///   some may still stand behind the alive ones. This is the one thing in which a state can differ.
+/// - dead nodes that compaction drops from the end. If such a node had lost its edges in this recording, `Undo` brings
+///   them back, and they name it, but its place is lost: it reads (0, 0, 0), or `points` does not reach so far. After
+///   `Redo`, dead nodes may still stand behind the alive ones. Who needs all places keeps a copy of `points`.
 /// - an alive record that the caller gives to `CompactEdge` or `CompactNode` while it is the last one, and a triangle
 ///   that `Compact` clears because it names a node that does not exist.
 /// - `p2e`, which stays as it is, and can then have another length than `points`; `Compact` rebuilds it in that case,
