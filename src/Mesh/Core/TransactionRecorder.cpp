@@ -1,7 +1,5 @@
 #include "Mesh/Core/TransactionRecorder.h"
 
-#include <cstddef>
-
 namespace KM {
 namespace {
 
@@ -68,7 +66,7 @@ void PINTransactionRecorder::WithAction(const Change& change, Play play) const {
 
 template <class Play>
 void PINTransactionRecorder::Backward(Play play) const {
-    for (std::size_t i = changes_.size(); i-- != 0;) WithAction(changes_[i], play);
+    for (auto change = changes_.rbegin(); change != changes_.rend(); ++change) WithAction(*change, play);
 }
 
 template <class Play>
