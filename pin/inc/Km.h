@@ -25,6 +25,7 @@
 #include "Tools/KmPinDraw.h"
 #include "Utils/U_App/Arguments.h"
 #include "Utils/U_App/Services.h"
+#include "Utils/U_Caching/Caching.h"
 #include "Utils/U_Console/Console.h"
 #include "Utils/U_Console/ConsoleDumpingDevice.h"
 #include "Utils/U_Console/DumpingDevice.h"
