@@ -1,11 +1,13 @@
 #include "Utils/U_Caching/CacheCleaning.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -15,6 +17,8 @@
 
 #include "Support/CommaLocale.h"
 #include "Support/InChild.h"
+#include "Support/LogOn.h"
+#include "Support/SignalDevice.h"
 #include "Utils/U_Caching/CacheFolder.h"
 #include "Utils/U_Debug/Time.h"
 #include "Utils/U_IO/ToFile.h"
@@ -26,6 +30,8 @@ namespace fs = std::filesystem;
 using Test::CacheInfoBytes;
 using Test::CommaLocale;
 using Test::InChild;
+using Test::LogOn;
+using Test::SignalDevice;
 using Test::TempFolder;
 using Verbose::EMessageType;
 using Texts = std::vector<std::string>;
@@ -121,6 +127,30 @@ TEST_F(Cleaning, RespectsTheLookOfAnEarlierProcess) {
     EXPECT_EQ(Left(), Texts{"a"});
     EXPECT_EQ(Info(), info);
     EXPECT_FALSE(InfoNeedsReading());
+}
+
+// The first line comes while the state file is replaced, which fails since nothing can be written.
+TEST_F(Cleaning, LooksAtTheClockAfterTheStateFile) {
+    Info(CacheInfoBytes(3, 0.0, 0.0, 0.0, 0.0));
+    EXPECT_EQ(InChild([] {
+                  signal(SIGXFSZ, SIG_IGN);
+                  const rlimit nothing{0, 0};
+                  setrlimit(RLIMIT_FSIZE, &nothing);
+                  double told = 0.0;
+                  SignalDevice device([&told] {
+                      if (told != 0.0) return;
+                      const double start = Time::Get();
+                      do told = Time::Get();
+                      while (told <= start);
+                  });
+                  const LogOn on(device);
+                  CleanIfTooLarge();
+                  const std::string order = LastAnalysisTime() >= told ? "after " : "before ";
+                  for (const Verbose::LogRecord& record : Verbose::LogRecords())
+                      if (record.label == "Error") return order + record.message;
+                  return order;
+              }),
+              "after File: " + Path() + "Cache.Info could not be written and stays as it was!");
 }
 
 TEST_F(Cleaning, ReadsTheStateFileOnce) {

@@ -16,8 +16,8 @@
 #include "Support/InChild.h"
 #include "Support/LogCapture.h"
 #include "Support/LogOn.h"
+#include "Support/SignalDevice.h"
 #include "Support/TempFolder.h"
-#include "Utils/U_Console/DumpingDevice.h"
 #include "Utils/U_Debug/Time.h"
 #include "Utils/U_Debug/Verbose.h"
 
@@ -27,6 +27,7 @@ namespace {
 using Test::InChild;
 using Test::LogCapture;
 using Test::LogOn;
+using Test::SignalDevice;
 using Test::TempFolder;
 using Verbose::EMessageType;
 using Texts = std::vector<std::string>;
@@ -349,19 +350,6 @@ std::string LogOfIdleWait(const std::vector<int>& calls) {
         return LoggedMessages();
     });
 }
-
-// Lets something happen with the first line of the log, that is while the wait is under way.
-class SignalDevice : public DumpingDevice {
-public:
-    explicit SignalDevice(std::function<void()> onLine) : onLine_(std::move(onLine)) {}
-    void Write(const std::string&) override {}
-    void OnBegin() override { onLine_(); }
-    void Reset() override {}
-    void ApplyBackground() override {}
-
-private:
-    std::function<void()> onLine_;
-};
 
 // The same while one object is saved, until the log has its first line if `ends` is true, else for ever.
 std::string LogOfBusyWait(int seconds, bool ends) {
