@@ -92,7 +92,6 @@ void WriteCacheInfo() {
     const std::string name = InfoName();
     try {
         if (!CanBeFile(name)) throw IO::XFileIOError();
-        IO::MkDir(Path());
         IO::ToFile file(name, "wb", 0, false);
         KM_IO_WRITE(PresentValues().data(), sizeof(Bytes), file);
     } catch (const IO::XFileIOError&) {

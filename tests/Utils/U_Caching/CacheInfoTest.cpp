@@ -111,11 +111,13 @@ TEST_F(CacheInfo, TakesTheLastValuesThatCanBeMeant) {
     EXPECT_EQ(PresentInfo(), bytes);
 }
 
-TEST_F(CacheInfo, MakesItsFolderWithoutAWord) {
+TEST_F(CacheInfo, MakesItsFolderWithAWarning) {
     fs::remove(temp / "cache");
     WriteCacheInfo();
     EXPECT_EQ(Info(), PresentInfo());
-    EXPECT_TRUE(log.Lines().empty());
+    EXPECT_EQ(log.Texts(EMessageType::Warning),
+              Texts{"The desired path for: " + Path() + "Cache.Info file. Wasn't found and was created."});
+    EXPECT_EQ(log.Lines().size(), 1u);
 }
 
 TEST_F(CacheInfo, ThatCannotBeWrittenIsTold) {

@@ -94,6 +94,13 @@ TEST_F(Configuration, KeepsTheFolderForTheOneThatIsUsualElsewhere) {
     EXPECT_FALSE(fs::exists("C:"));
 }
 
+TEST_F(Configuration, MakesTheFolderThatItKeeps) {
+    fs::remove(temp / "cache");
+    ConfigureFromSettings();
+    EXPECT_EQ(Info(), PresentInfo());
+    EXPECT_TRUE(log.Lines().empty());
+}
+
 TEST_F(Configuration, TellsThatTheFolderCannotBeUsed) {
     temp.Write("file", "");
     Set("Folder", temp / "file/below");

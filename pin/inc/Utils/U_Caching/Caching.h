@@ -12,8 +12,8 @@
 /// that is not a number or beyond 1e19.
 namespace KM::Caching {
 
-/// The folder of all files, ending in a back-slash. At start it lies below the user's cache folder; nothing makes it
-/// before it is written to.
+/// The folder of all files, ending in a back-slash. At start it lies below the user's cache folder, and is not made
+/// before it is configured or written to.
 KM_API const std::string& Path();
 /// Sets the folder, and makes it.
 KM_API void Path(const std::string& path);
@@ -69,7 +69,7 @@ KM_API bool InfoNeedsReading();
 KM_API void InfoNeedsReading(bool needed);
 
 /// Takes all this from the settings "Cache…", and writes the state file. An empty "Cache.Folder" keeps the folder as it
-/// is. With "Cache.Cleaning.PreClean" all results in the folder are deleted.
+/// is, and makes it. With "Cache.Cleaning.PreClean" all results in the folder are deleted.
 ///
 /// The time of the last look at the folder comes from the state file, if there is one. A state file that cannot be
 /// written is told by an `Error` in the log.
