@@ -83,12 +83,12 @@ TEST(Caching, RefusesNumbersThatCannotBeMeant) {
                   }
                   CleaningSize(-1.0);
                   DeleteFactor(-0.1);
-                  for (const double wrong : {NaN, Infinity, -Infinity, 1e20, -1e20}) {
+                  for (const double wrong : {NaN, -Infinity, -1e20, -1e19}) {
                       TimeBetweenAnalysis(wrong);
-                      LastAnalysisTime(wrong);
                       PersistentTime(wrong);
                       Persistent(wrong);
                   }
+                  for (const double wrong : {NaN, Infinity, -Infinity, 1e20, -1e20}) LastAnalysisTime(wrong);
                   return Listed(CleaningSize(), DeleteFactor(), TimeBetweenAnalysis(), LastAnalysisTime(),
                                 PersistentTime());
               }),
@@ -101,6 +101,18 @@ TEST(Caching, TakesASizeWithoutLimit) {
                   return Listed(Caching::CleaningSize());
               }),
               "inf ");
+}
+
+TEST(Caching, TakesSpansWithoutEnd) {
+    for (const double endless : {1e20, Infinity}) {
+        EXPECT_EQ(InChild([&] {
+                      Caching::TimeBetweenAnalysis(endless);
+                      Caching::Persistent(endless);
+                      return Listed(Caching::TimeBetweenAnalysis(), Caching::PersistentTime(),
+                                    Caching::IsPersistent(0.0));
+                  }),
+                  Listed(endless, endless, false));
+    }
 }
 
 TEST(CachingPath, LiesInTheCacheOfTheUserAndIsNotMade) {

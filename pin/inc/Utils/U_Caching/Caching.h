@@ -8,8 +8,8 @@
 /// lie, what they are called, and how large the folder may become before the files that were not used for the longest
 /// time are deleted. One thread at a time.
 ///
-/// A setter does nothing with a number that cannot be meant: a size or factor that is negative or not a number, a time
-/// that is not a number or beyond 1e19.
+/// A setter does nothing with a number that cannot be meant: a size or factor that is negative or not a number, seconds
+/// that are not a number or not above -1e19. Seconds above 1e19 are a span without end.
 namespace KM::Caching {
 
 /// The folder of all files, ending in a back-slash. At start it lies below the user's cache folder, and is not made
@@ -44,7 +44,7 @@ KM_API void DeleteFactor(double fraction);
 /// The least time between two looks at the folder, in seconds; 900 at start.
 KM_API double TimeBetweenAnalysis();
 KM_API void TimeBetweenAnalysis(double seconds);
-/// When the folder was last looked at, by `Time::Get`; 0 at start.
+/// When the folder was last looked at, by `Time::Get`; 0 at start. A moment beyond 1e19 is refused on either side.
 KM_API double LastAnalysisTime();
 KM_API void LastAnalysisTime(double time);
 /// Whether the folder is cleaned at all; false until configured.
