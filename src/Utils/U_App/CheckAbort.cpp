@@ -7,6 +7,7 @@
 #include "Utils/U_Debug/LogState.h"
 #include "Utils/U_Debug/Time.h"
 #include "Utils/U_IO/Files.h"
+#include "Utils/U_IO/MenuKeys.h"
 
 namespace KM {
 namespace {
@@ -79,7 +80,7 @@ void CheckAbort() {
     if (!Verbose::State().checkAbortEnabled || Check::IsRunning()) return;
     const Check check;
     if (IsLookUpDue()) LookForAbortFile();
-    LookAtKeyboard();
+    if (!IO::AreKeysForAMenu()) LookAtKeyboard();
     if (Platform::TakeInterrupt()) Stop("UserAbortEvent detected as an interrupt signal!");
 }
 

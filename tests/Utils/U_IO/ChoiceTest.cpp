@@ -5,6 +5,8 @@
 #include "Support/InChild.h"
 #include "Support/LogCapture.h"
 #include "Support/OnTerminal.h"
+#include "Utils/U_App/Services.h"
+#include "Utils/U_Debug/Exceptions.h"
 #include "Utils/U_IO/Processes.h"
 
 namespace KM::IO {
@@ -12,6 +14,7 @@ namespace {
 
 using Test::InChild;
 using Test::LogCapture;
+using Test::OnTerminal;
 using Items = std::vector<std::string>;
 
 const Items Three{"a", "b", "c"};
@@ -22,7 +25,9 @@ std::string Choose(const Items& items) {
     std::string end;
     try {
         end = "chosen " + std::to_string(Choice(items));
-    } catch (int thrown) { end = "thrown " + std::to_string(thrown); }
+    } catch (int thrown) {
+        end = "thrown " + std::to_string(thrown);
+    }
     std::string text;
     for (const std::string& line : log.Lines())
         if (line.find("Time") == std::string::npos) text += line + "\n";
@@ -31,7 +36,7 @@ std::string Choose(const Items& items) {
 
 /// A menu on a terminal where these keys wait; an empty text hangs up instead.
 std::string ChooseOnTerminal(const Items& items, const std::string& keys) {
-    return Test::OnTerminal(keys, [&] { return Choose(items); });
+    return OnTerminal(keys, [&] { return Choose(items); });
 }
 
 const std::string Menu =
@@ -69,6 +74,23 @@ TEST(Choice, KnowsTenKeys) {
     EXPECT_EQ(text.substr(text.size() - 8), "chosen 9");
 }
 
+TEST(Choice, StopsWhenTheUserWantsByOtherMeans) {
+    struct : Application::AbortEventPolicy {
+        bool operator()() const override { return true; }
+    } policy;
+    EXPECT_EQ(OnTerminal(" ",
+                         [&] {
+                             Application::Services::AbortEvent(policy);
+                             try {
+                                 Choice(Three);
+                             } catch (const XUserAbort&) {
+                                 return std::string("stopped");
+                             }
+                             return std::string("chosen");
+                         }),
+              "stopped");
+}
+
 TEST(Choice, OfNothingThrowsAnInt) { EXPECT_EQ(ChooseOnTerminal({}, "0"), "thrown 27"); }
 
 TEST(Choice, TerminalThatHangsUpThrowsAnInt) {
@@ -79,10 +101,8 @@ TEST(Choice, TerminalThatHangsUpThrowsAnInt) {
 TEST(Choice, WithoutTerminalThrowsAnInt) {
     const auto chooseWith = [](int input) {
         return InChild([input] {
-            if (input >= 0)
-                dup2(input, STDIN_FILENO);
-            else
-                close(STDIN_FILENO);
+            if (input >= 0) dup2(input, STDIN_FILENO);
+            else close(STDIN_FILENO);
             return Choose(Three);
         });
     };

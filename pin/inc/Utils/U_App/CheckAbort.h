@@ -19,8 +19,8 @@ namespace KM {
 ///
 /// Stops on the file "!Break(ID=…)", which is looked for if `IsEnableInCacheLookingForCheckAbort()`, at most once in
 /// `TimeGranularity()` seconds; on Escape on the keyboard, if standard input is a terminal of which this process has the
-/// foreground (other keys are taken and logged); and on an interrupt, after `Application::CatchInterrupts()`. It then
-/// closes all scopes of the log but the outermost one.
+/// foreground (other keys are taken and logged; while `IO::Choice` asks, keys are its own); and on an interrupt, after
+/// `Application::CatchInterrupts()`. It then closes all scopes of the log but the outermost one.
 ///
 /// Does nothing while a scope of the log closes, nor within its own messages.
 /// @throws XUserAbort
