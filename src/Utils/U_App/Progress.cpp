@@ -87,12 +87,9 @@ void AProgress::operator()(double fraction) {
 }
 
 AProgress& Default() {
-    // What its end uses has to be made before it, and so outlives it.
-    static AProgress& progress = []() -> AProgress& {
-        Settings::ToXMLElement("");
-        static AProgress made;
-        return made;
-    }();
+    // Made first, and so destroyed last: the end of the reporter writes a file, for which settings are read.
+    [[maybe_unused]] static const XML::Element& settings = Settings::ToXMLElement("");
+    static AProgress progress;
     return progress;
 }
 
