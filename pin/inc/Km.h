@@ -42,6 +42,7 @@
 #include "Utils/U_IO/DebugPath.h"
 #include "Utils/U_IO/FileNames.h"
 #include "Utils/U_IO/Files.h"
+#include "Utils/U_IO/Persistent.h"
 #include "Utils/U_IO/Processes.h"
 #include "Utils/U_IO/ToFile.h"
 #include "Utils/U_Settings/Settings.h"
