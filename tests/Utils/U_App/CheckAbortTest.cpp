@@ -2,8 +2,11 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -104,6 +107,15 @@ TEST_F(CheckAbortByFile, PeriodThatIsNoNumberLooksNever) {
     EXPECT_NO_THROW(CheckAbort());
 }
 
+TEST_F(CheckAbortByFile, FileThatCannotBeDeletedStopsOnce) {
+    const LogCapture log;
+    // A folder of that name is there, and stays. Each message looks for it again.
+    std::filesystem::create_directories(folder / "!Break(ID=12)/full");
+    EXPECT_THROW(CheckAbort(), XUserAbort);
+    EXPECT_EQ(log.Lines(), Texts{"<Warning>" + FileFound + "</Warning>"});
+    EXPECT_TRUE(IsAsked());
+}
+
 TEST_F(CheckAbortByFile, EachMessageIsACheckPoint) {
     const LogCapture log;
     AskToStop();
@@ -202,12 +214,51 @@ std::string Check() {
     return text;
 }
 
+std::string Told(char key) { return std::string("Key = \"") + key + "\" was pressed! Ignore it."; }
+
 TEST(CheckAbortByKey, EscapeStops) { EXPECT_EQ(OnTerminal("\x1b", Check), "stopped\n" + EscapePressed); }
 
 TEST(CheckAbortByKey, OtherKeysAreTakenAndTold) {
-    const std::string told = "Key = \"a\" was pressed! Ignore it.\nKey = \"\n\" was pressed! Ignore it.";
-    EXPECT_EQ(OnTerminal("a\n", Check), "goes on\n" + told);
-    EXPECT_EQ(OnTerminal("a\n\x1b", Check), "stopped\n" + told + "\n" + EscapePressed);
+    EXPECT_EQ(OnTerminal("a", Check), "goes on\n" + Told('a'));
+    EXPECT_EQ(OnTerminal("\n", Check), "goes on\n" + Told('\n'));
+}
+
+// The message about a key is a check point itself, passed before it is written.
+TEST(CheckAbortByKey, LastKeyIsToldFirst) {
+    EXPECT_EQ(OnTerminal("abc", Check), "goes on\n" + Told('c') + "\n" + Told('b') + "\n" + Told('a'));
+    EXPECT_EQ(OnTerminal("\x1b"
+                         "a",
+                         Check),
+              "stopped\n" + Told('a') + "\n" + EscapePressed);
+    EXPECT_EQ(OnTerminal("\x1b\x1b", Check), "stopped\n" + EscapePressed);
+}
+
+TEST(CheckAbortByKey, EscapeBehindOtherKeysKeepsThemUntold) {
+    EXPECT_EQ(OnTerminal("a\n\x1b", Check), "stopped\n" + EscapePressed);
+}
+
+TEST(CheckAbortByKey, ManyKeysAreTakenInParts) {
+    const auto checkTwice = [] {
+        const auto keysIn = [](const std::string& text) { return std::count(text.begin(), text.end(), '='); };
+        const auto first = keysIn(Check());
+        return std::to_string(first) + " " + std::to_string(keysIn(Check()));
+    };
+    EXPECT_EQ(OnTerminal(std::string(150, 'a'), checkTwice), "100 50");
+}
+
+TEST(CheckAbortByKey, TerminalOfNoSessionHasKeys) {
+    const std::string text = InChild([] {
+        int terminal = -1;
+        int ours = -1;
+        if (openpty(&terminal, &ours, nullptr, nullptr, nullptr) != 0) return std::string("no terminal");
+        const std::string before = Check();
+        dup2(ours, STDIN_FILENO);
+        // Read back, so that the keys are known to be there: a line as far as the terminal is concerned.
+        char go = 0;
+        if (write(terminal, "\n\x1b", 2) != 2 || read(STDIN_FILENO, &go, 1) != 1) return std::string("no keys");
+        return before + "|" + Check();
+    });
+    EXPECT_EQ(text, "goes on|stopped\n" + EscapePressed);
 }
 
 TEST(CheckAbortByKey, KeysAreTakenOnce) {
@@ -215,8 +266,7 @@ TEST(CheckAbortByKey, KeysAreTakenOnce) {
         const std::string first = Check();
         return first + "|" + Check();
     };
-    EXPECT_EQ(OnTerminal("ab", checkTwice),
-              "goes on\nKey = \"a\" was pressed! Ignore it.\nKey = \"b\" was pressed! Ignore it.|goes on");
+    EXPECT_EQ(OnTerminal("ab", checkTwice), "goes on\n" + Told('b') + "\n" + Told('a') + "|goes on");
 }
 
 TEST(CheckAbortByKey, WhatIsNoTerminalHasNoKeys) {
