@@ -168,7 +168,7 @@ TEST_F(StatusFile, LeavesTheFilesOfOthers) {
     for (const std::string& name : others) folder.Write(name, "kept");
     folder.Write("!Message(ID=12, 0.9, 0.9, of a run that died)", "");
     EXPECT_EQ(NamesAfter(folder, [] { Report(0.5, 0.5, "*"); }),
-              "[!Break(ID=12)][!Finished(ID=12)][!Message(ID=1, 0.5, 0.5, A)][!Message(ID=12, 0.5, 0.5, _)]"
+              "[!Break(ID=12)][!Finished(ID=12)][!Message(ID=1, 0.5, 0.5, A)][!Message(ID=12, 0.5, 0.5, *)]"
               "[!Message(ID=120, 0.5, 0.5, A)][$result.1.Data]");
     for (const std::string& name : others) EXPECT_EQ(folder.Bytes(name), "kept");
 }
@@ -184,7 +184,7 @@ TEST_F(StatusFile, NameStaysInItsFolder) {
             text += "[" + std::filesystem::relative(entry.path(), folder / "").string() + "]";
         return text;
     });
-    EXPECT_EQ(names, "[inner][inner/!Message(ID=12, 0.5, 0.5, .._.._x__.._______end)]");
+    EXPECT_EQ(names, "[inner][inner/!Message(ID=12, 0.5, 0.5, .._.._x__.._*?\n\t\x7f_end)]");
 }
 
 TEST_F(StatusFile, LongNameIsCutBetweenCharacters) {
