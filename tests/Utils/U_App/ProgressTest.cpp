@@ -19,6 +19,7 @@
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Caching/Caching.h"
 #include "Utils/U_Debug/Exceptions.h"
+#include "Utils/U_Debug/LogState.h"
 
 namespace KM::Progress {
 namespace {
@@ -474,7 +475,9 @@ TEST_F(ProgressInCache, EndSurvivesAWishToStop) {
     }
     TimeGranularity(0.2);
     IsEnableInCacheLookingForCheckAbort(false);
-    EXPECT_EQ(log.Count(Verbose::EMessageType::Warning), 1);
+    EXPECT_EQ(log.Count(Verbose::EMessageType::Warning), 0);
+    EXPECT_EQ(folder.Names(), (Texts{"!Break(ID=12)", "!Finished(ID=12)"}));
+    EXPECT_TRUE(Verbose::State().checkAbortEnabled);
 }
 
 }  // namespace
