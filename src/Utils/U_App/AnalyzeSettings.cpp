@@ -45,7 +45,10 @@ private:
 /// The walk over the settings. It keeps the open elements itself, since a tree can be deeper than the call stack.
 class Analysis {
 public:
-    explicit Analysis(const XML::Element& settings) : result_(settings.N()) { Enter(settings); }
+    explicit Analysis(const XML::Element& settings) : result_(settings.N()) {
+        result_.SettingSession(settings.SettingSession());
+        Enter(settings);
+    }
 
     void Walk() {
         while (!open_.empty()) {
