@@ -1,0 +1,86 @@
+#include "Configuration.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <sstream>
+
+#include "Failure.h"
+#include "Utils/U_XMLReader/Dump.h"
+#include "Utils/U_XMLReader/Reader.h"
+
+namespace KM::Tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Absolute(const std::string& path) {
+    if (path.empty()) throw Misuse("\"\"", "is no name of a file");
+    return fs::absolute(path).lexically_normal().string();
+}
+
+void SetFiles(XML::Element& setting, const std::vector<std::string>& files) {
+    if (files.size() == 1) {
+        setting.V(Absolute(files.front()));
+        return;
+    }
+    for (std::size_t i = 0; i < files.size(); ++i) setting.NewChild("F" + std::to_string(i + 1), Absolute(files[i]));
+}
+
+/// An option that was not given is left to its default, but for a path: the default is seen from the present folder.
+void SetOption(const Request& request, const Option& option, XML::Element& root) {
+    const auto given = request.values.find(option.name);
+    const bool isGiven = given != request.values.end();
+    XML::Element* const setting =
+        isGiven || (option.kind == Kind::Path && !option.defaultValue.empty())
+            ? &root[request.verb->SettingOf(option.name)]
+            : nullptr;
+    if (setting == nullptr) return;
+    if (option.kind == Kind::Files)
+        SetFiles(*setting, given->second);
+    else if (option.kind == Kind::Path)
+        setting->V(Absolute(isGiven ? given->second.front() : option.defaultValue));
+    else
+        setting->V(given->second.front());
+}
+
+/// The text of a setting loses line feeds, and blanks at its ends, and quotes change; better told than done.
+void CheckReadsBack(const XML::Element& written, const XML::Element& read) {
+    if (written.V() != read.V())
+        throw Misuse("\"" + written.V() + "\"", "has a line feed, a quote in front or a blank at an end, which no configuration can hold");
+    auto other = read.Children().begin();
+    for (const XML::Base* child : written.Children())
+        CheckReadsBack(dynamic_cast<const XML::Element&>(*child), dynamic_cast<const XML::Element&>(**other++));
+}
+
+}  // namespace
+
+std::string ConfigurationOf(const Request& request) {
+    XML::Element root("Settings");
+    root["Actions.Execute"].V(request.verb->Key());
+    for (const Option& option : request.verb->options) SetOption(request, option, root);
+    if (request.verbosity != 0) root["Debug.VerboseLevel"].V(std::to_string(request.verbosity));
+    std::ostringstream text;
+    text << root;
+
+    XML::Element readBack("Settings");
+    XML::ReadElementFromString(text.str(), readBack, true);
+    CheckReadsBack(root, readBack);
+    return text.str() + '\n';
+}
+
+TemporaryConfiguration::TemporaryConfiguration(const std::string& text)
+    : name_((fs::temp_directory_path() / "kmmesh-XXXXXX.xml").string()) {
+    const int file = mkstemps(name_.data(), 4);
+    const bool isWritten = file != -1 && write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    const int error = errno;
+    if (file != -1) close(file);
+    if (!isWritten) throw Failure(name_, std::string("cannot be written: ") + std::strerror(error));
+}
+
+TemporaryConfiguration::~TemporaryConfiguration() { unlink(name_.c_str()); }
+
+}  // namespace KM::Tool
