@@ -1,6 +1,5 @@
 #include "Platform/Files.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -10,16 +9,12 @@
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <utility>
+
+#include "Platform/Posix/Handles.h"
 
 namespace KM::Platform {
 namespace {
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using Folder = std::unique_ptr<DIR, CloseFolder>;
 
 std::vector<std::string> NamesIn(const Folder& folder) {
     std::vector<std::string> names;
@@ -34,11 +29,8 @@ std::vector<std::string> NamesIn(const Folder& folder) {
 void RemoveEntry(int parent, const char* name) {
     if (unlinkat(parent, name, 0) == 0) return;
     const int descriptor = openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    const Folder folder(descriptor >= 0 ? fdopendir(descriptor) : nullptr);
-    if (folder == nullptr) {
-        if (descriptor >= 0) close(descriptor);
-        return;
-    }
+    const Folder folder = ListingOf(descriptor);
+    if (folder == nullptr) return;
     for (const std::string& inner : NamesIn(folder)) RemoveEntry(descriptor, inner.c_str());
     unlinkat(parent, name, AT_REMOVEDIR);
 }
