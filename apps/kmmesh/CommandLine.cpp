@@ -34,7 +34,9 @@ public:
             result.text = HelpAskedFor();
         } catch (const CLI::CallForVersion& version) {
             result.text = version.what() + std::string("\n");
-        } catch (const CLI::ParseError& error) { Explain(error, result); }
+        } catch (const CLI::ParseError& error) {
+            Explain(error, result);
+        }
         return result;
     }
 
@@ -112,8 +114,8 @@ bool IsVerb(const std::string& word) {
 
 /// Letters alone, and no file: somebody meant a verb. A configuration has an extension.
 bool IsMisspeltVerb(const std::string& word) {
-    const bool isWord = std::all_of(word.begin(), word.end(),
-                                    [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '-'; });
+    const bool isWord = std::all_of(
+        word.begin(), word.end(), [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '-'; });
     std::error_code error;
     return isWord && !word.empty() && !std::filesystem::exists(word, error);
 }

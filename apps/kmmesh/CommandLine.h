@@ -11,7 +11,8 @@ namespace KM::Tool {
 /// What people asked for: a verb with the values that they gave, and how it is to be run.
 struct Request {
     const Verb* verb = nullptr;
-    std::map<std::string, std::vector<std::string>> values;  ///< by the name of the option; one value each, but for files
+    std::map<std::string, std::vector<std::string>>
+        values;  ///< by the name of the option; one value each, but for files
     bool isQuiet = false;
     int verbosity = 0;  ///< level of the log on standard output; 0 shows none
     std::string save;   ///< where the configuration is to be kept; empty for nowhere

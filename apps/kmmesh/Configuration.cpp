@@ -27,30 +27,32 @@ void SetFiles(XML::Element& setting, const std::vector<std::string>& files) {
         setting.V(Absolute(files.front()));
         return;
     }
-    for (std::size_t i = 0; i < files.size(); ++i) setting.NewChild("F" + std::to_string(i + 1), Absolute(files[i]));
+    int number = 0;
+    for (const std::string& file : files) {
+        std::string name("F");
+        name += std::to_string(++number);
+        setting.NewChild(name, Absolute(file));
+    }
 }
 
 /// An option that was not given is left to its default, but for a path: the default is seen from the present folder.
 void SetOption(const Request& request, const Option& option, XML::Element& root) {
     const auto given = request.values.find(option.name);
     const bool isGiven = given != request.values.end();
-    XML::Element* const setting =
-        isGiven || (option.kind == Kind::Path && !option.defaultValue.empty())
-            ? &root[request.verb->SettingOf(option.name)]
-            : nullptr;
+    XML::Element* const setting = isGiven || (option.kind == Kind::Path && !option.defaultValue.empty())
+                                      ? &root[request.verb->SettingOf(option.name)]
+                                      : nullptr;
     if (setting == nullptr) return;
-    if (option.kind == Kind::Files)
-        SetFiles(*setting, given->second);
-    else if (option.kind == Kind::Path)
-        setting->V(Absolute(isGiven ? given->second.front() : option.defaultValue));
-    else
-        setting->V(given->second.front());
+    if (option.kind == Kind::Files) SetFiles(*setting, given->second);
+    else if (option.kind == Kind::Path) setting->V(Absolute(isGiven ? given->second.front() : option.defaultValue));
+    else setting->V(given->second.front());
 }
 
 /// The text of a setting loses line feeds, and blanks at its ends, and quotes change; better told than done.
 void CheckReadsBack(const XML::Element& written, const XML::Element& read) {
     if (written.V() != read.V())
-        throw Misuse("\"" + written.V() + "\"", "has a line feed, a quote in front or a blank at an end, which no configuration can hold");
+        throw Misuse("\"" + written.V() + "\"",
+                     "has a line feed, a quote in front or a blank at an end, which no configuration can hold");
     auto other = read.Children().begin();
     for (const XML::Base* child : written.Children())
         CheckReadsBack(dynamic_cast<const XML::Element&>(*child), dynamic_cast<const XML::Element&>(**other++));

@@ -17,12 +17,17 @@ constexpr const char* ExitCodes =
 
 const char* Placeholder(Kind kind) {
     switch (kind) {
-        case Kind::Switch: return "";
+        case Kind::Switch:
+            return "";
         case Kind::Whole:
-        case Kind::Number: return " N";
-        case Kind::Text: return " TEXT";
-        case Kind::Path: return " PATH";
-        case Kind::Files: break;
+        case Kind::Number:
+            return " N";
+        case Kind::Text:
+            return " TEXT";
+        case Kind::Path:
+            return " PATH";
+        case Kind::Files:
+            break;
     }
     return "...";
 }

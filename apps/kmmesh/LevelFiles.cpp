@@ -22,10 +22,8 @@ void AddStrip(const std::vector<int>& nodes, std::vector<std::array<int, 3>>& tr
 Level LevelOf(const KsLod& lod, int number) {
     Level level{number, lod.tolerance, lod.size, static_cast<int>(lod.strips.size()), {}};
     for (const StripFan& strip : lod.strips) {
-        if (strip.kind == 2)
-            AddStrip({strip.nodes.rbegin(), strip.nodes.rend()}, level.triangles);
-        else
-            AddStrip({strip.nodes.begin(), strip.nodes.end()}, level.triangles);
+        if (strip.kind == 2) AddStrip({strip.nodes.rbegin(), strip.nodes.rend()}, level.triangles);
+        else AddStrip({strip.nodes.begin(), strip.nodes.end()}, level.triangles);
     }
     return level;
 }

@@ -14,9 +14,7 @@ using Point = TPoint<double>;
 
 bool IsAlive(const PIN& mesh, int edge) { return mesh.edges[static_cast<std::size_t>(edge)].NE != -1; }
 const Edge& EdgeAt(const PIN& mesh, int edge) { return mesh.edges[static_cast<std::size_t>(edge)]; }
-const Point& StartOf(const PIN& mesh, int edge) {
-    return mesh.points[static_cast<std::size_t>(EdgeAt(mesh, edge).P0)];
-}
+const Point& StartOf(const PIN& mesh, int edge) { return mesh.points[static_cast<std::size_t>(EdgeAt(mesh, edge).P0)]; }
 
 void MeasureNodes(const PIN& mesh, MeshReport& report) {
     for (std::size_t i = 0; i < mesh.points.size(); ++i) {
@@ -56,7 +54,7 @@ void MeasureSegments(const PIN& mesh, MeshReport& report) {
     const std::vector<std::uint64_t> segments = SortedSegments(mesh);
     for (std::size_t i = 0; i < segments.size();) {
         std::size_t end = i;
-        int down = 0;
+        std::uint64_t down = 0;
         for (; end < segments.size() && segments[end] >> 1 == segments[i] >> 1; ++end) down += segments[end] & 1;
         const std::size_t count = end - i;
         if (count > 2) ++report.nonManifoldEdges;
@@ -99,10 +97,8 @@ private:
         do {
             isSeen_[static_cast<std::size_t>(edge)] = true;
             const int twin = EdgeAt(mesh_, edge).TE;
-            if (twin < 0)
-                isClosed_ = false;
-            else
-                waiting_.push_back(twin);
+            if (twin < 0) isClosed_ = false;
+            else waiting_.push_back(twin);
             edge = EdgeAt(mesh_, edge).NE;
         } while (edge != first);
         for (int b = EdgeAt(mesh_, first).NE; EdgeAt(mesh_, b).NE != first; b = EdgeAt(mesh_, b).NE)
@@ -145,14 +141,14 @@ std::string SolidsOf(const MeshReport& report) {
     if (report.solids == 0) return "none";
     const std::string closed = report.closedSolids == report.solids ? "closed"
                                : report.closedSolids == 0           ? "open"
-                                                                    : std::to_string(report.closedSolids) + " of them closed";
+                                                          : std::to_string(report.closedSolids) + " of them closed";
     return std::to_string(report.solids) + ", " + closed;
 }
 
 std::string OrientationOf(const MeshReport& report) {
-    std::string text = report.clashingEdges == 0
-                           ? "consistent"
-                           : "inconsistent: on " + Count(report.clashingEdges, "edge") + " two triangles run the same way";
+    std::string text = report.clashingEdges == 0 ? "consistent"
+                                                 : "inconsistent: on " + Count(report.clashingEdges, "edge") +
+                                                       " two triangles run the same way";
     if (report.insideOut == 0) return text;
     if (report.insideOut == report.solids) return text + ", inside out";
     return text + ", inside out (or cavities): " + std::to_string(report.insideOut) + " of the closed solids";

@@ -18,9 +18,9 @@ struct MeshReport {
     TPoint<double> high;
     std::vector<long long> boundaries;  ///< edges of each, longest first
     long long boundaryEdges = 0;
-    long long solids = 0;        ///< pieces that hang together by their edges
-    long long closedSolids = 0;  ///< without boundary
-    long long insideOut = 0;     ///< closed, with a negative volume: a cavity, or turned over
+    long long solids = 0;            ///< pieces that hang together by their edges
+    long long closedSolids = 0;      ///< without boundary
+    long long insideOut = 0;         ///< closed, with a negative volume: a cavity, or turned over
     long long nonManifoldEdges = 0;  ///< segments between two nodes with more than two triangles
     long long clashingEdges = 0;     ///< segments that two triangles run in the same direction
     long long degenerate = 0;        ///< triangles without a height

@@ -26,7 +26,8 @@ double GuessedCount(const std::string& file) {
     stream.read(begin.data(), lookedAt);
     begin.resize(static_cast<std::size_t>(stream.gcount()));
     double facets = 0.0;
-    for (std::size_t at = begin.find("endfacet"); at != std::string::npos; at = begin.find("endfacet", at + 1)) ++facets;
+    for (std::size_t at = begin.find("endfacet"); at != std::string::npos; at = begin.find("endfacet", at + 1))
+        ++facets;
     const double bytesEach = facets == 0.0 ? 50.0 : static_cast<double>(begin.size()) / facets;
     std::error_code error;
     return std::max(static_cast<double>(std::filesystem::file_size(file, error)) / bytesEach, 1.0);
@@ -43,12 +44,9 @@ public:
 
     void Take(const double* v) {
         const Point a(v[0], v[1], v[2]), b(v[3], v[4], v[5]), c(v[6], v[7], v[8]);
-        if (!IsFinite(v))
-            ++part_.infinite;
-        else if (a == b || b == c || c == a)
-            ++part_.equal;
-        else
-            soup_.insert(soup_.end(), {a, b, c});
+        if (!IsFinite(v)) ++part_.infinite;
+        else if (a == b || b == c || c == a) ++part_.equal;
+        else soup_.insert(soup_.end(), {a, b, c});
     }
 
     const std::vector<Point>& Soup() const { return soup_; }

@@ -16,7 +16,8 @@ double ToleranceOf(const std::string& word, double diagonal) {
     double value = 0.0;
     const auto [stop, error] = std::from_chars(word.data(), end, value);
     if (error != std::errc() || stop != end || !(value >= 0.0) || !std::isfinite(value))
-        throw Failure("tolerance \"" + word + "\"", "is no distance, such as 0.05, and no share of the diagonal, such as 0.1%");
+        throw Failure("tolerance \"" + word + "\"",
+                      "is no distance, such as 0.05, and no share of the diagonal, such as 0.1%");
     return isShare ? value / 100.0 * diagonal : value;
 }
 

@@ -37,12 +37,16 @@ Table& Entries() {
 
 const char* TypeOf(Kind kind) {
     switch (kind) {
-        case Kind::Switch: return "Bool";
-        case Kind::Whole: return "Int32";
-        case Kind::Number: return "Real64";
+        case Kind::Switch:
+            return "Bool";
+        case Kind::Whole:
+            return "Int32";
+        case Kind::Number:
+            return "Real64";
         case Kind::Text:
         case Kind::Path:
-        case Kind::Files: break;
+        case Kind::Files:
+            break;
     }
     return "String";
 }
@@ -95,12 +99,15 @@ std::vector<std::string> Values::Files(const std::string& option) const {
 void Execute(const Verb& verb) {
     try {
         verb.run(Values(verb));
+    } catch (const KmException& e) {
+        Complain(e.what());
+        throw Exception{e.what(), e.File(), static_cast<int>(e.Line())};
     } catch (const std::bad_alloc&) {
         Complain(verb.name + ": not enough memory");
         throw;
     } catch (const std::exception& e) {
         Complain(e.what());
-        throw;
+        throw Exception{e.what(), __FILE__, __LINE__};
     } catch (const XUserAbort&) {
         Complain(verb.name + ": stopped");
         throw;

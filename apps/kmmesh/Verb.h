@@ -28,9 +28,10 @@ class Values;
 ///     const Entry<verb> entry;
 struct Verb {
     std::string name;
-    std::string help;             ///< one line, small letter first, no full stop
-    std::vector<Option> options;  ///< one of kind `Files`, if there is any, is what stands on the command line by itself
-    void (*run)(const Values&);   ///< throws `Failure` when it cannot do its work
+    std::string help;  ///< one line, small letter first, no full stop
+    std::vector<Option>
+        options;                 ///< one of kind `Files`, if there is any, is what stands on the command line by itself
+    void (*run)(const Values&);  ///< throws `Failure` when it cannot do its work
 
     /// "Mesh.Area", the key of the action.
     std::string Key() const;
@@ -62,7 +63,8 @@ private:
     const Verb& verb_;
 };
 
-/// Runs the verb with the present settings. What it throws passes through, after one line for people.
+/// Runs the verb with the present settings. A failure passes on as an `Exception`, which the run of the application tells
+/// in the log and makes an exit code of; people get one line on standard error.
 void Execute(const Verb& verb);
 
 /// All verbs, sorted by name.

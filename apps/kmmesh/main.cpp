@@ -77,10 +77,8 @@ int RunRequest(const Request& request, const char* program) {
 
     Application::Arguments() = {program, configuration.Name()};
     if (request.isQuiet) BeQuiet();
-    if (request.verbosity != 0)
-        ShowLog();
-    else if (!request.isQuiet)
-        ProgressLine::Install();
+    if (request.verbosity != 0) ShowLog();
+    else if (!request.isQuiet) ProgressLine::Install();
     const int code = RunGuarded();
     if (request.verbosity != 0) std::cout << '\n';
     ProgressLine::Clear();
@@ -97,7 +95,9 @@ int RunForPeople(const std::vector<std::string>& arguments, const char* program)
         return RunRequest(line.request, program);
     } catch (const Misuse& misuse) {
         return Refuse(misuse.what(), InvalidConfiguration);
-    } catch (const std::exception& e) { return Refuse(e.what(), Failed); }
+    } catch (const std::exception& e) {
+        return Refuse(e.what(), Failed);
+    }
 }
 
 }  // namespace

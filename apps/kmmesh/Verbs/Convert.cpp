@@ -1,8 +1,8 @@
 #include <filesystem>
 
 #include "Failure.h"
-#include "OutputFile.h"
 #include "Output.h"
+#include "OutputFile.h"
 #include "PartFile.h"
 #include "Verb.h"
 

@@ -10,9 +10,11 @@ namespace {
 
 std::string LeftOut(const Part& part) {
     std::string text;
-    if (part.equal != 0) text += Format("  %-16s%s with two equal corners\n", "left out", Count(part.equal, "triangle").c_str());
+    if (part.equal != 0)
+        text += Format("  %-16s%s with two equal corners\n", "left out", Count(part.equal, "triangle").c_str());
     if (part.infinite != 0)
-        text += Format("  %-16s%s with a corner that is no number\n", "left out", Count(part.infinite, "triangle").c_str());
+        text +=
+            Format("  %-16s%s with a corner that is no number\n", "left out", Count(part.infinite, "triangle").c_str());
     return text;
 }
 

@@ -22,16 +22,19 @@ void CheckStemsDiffer(const std::vector<std::string>& files) {
     std::set<std::string> stems;
     for (const std::string& file : files)
         if (!stems.insert(StemOf("", file)).second)
-            throw Failure(file, "another file has this name, and its levels would have the same names; run them one by one");
+            throw Failure(file,
+                          "another file has this name, and its levels would have the same names; run them one by one");
 }
 
 std::string TableOf(const std::string& file, long long triangles, const std::vector<Level>& levels) {
     const std::string name = std::filesystem::path(file).filename().string();
-    std::string text = name + ": " + Count(triangles, "triangle") + "\n  level  tolerance  triangles    share   strips    words\n";
+    std::string text =
+        name + ": " + Count(triangles, "triangle") + "\n  level  tolerance  triangles    share   strips    words\n";
     for (const Level& level : levels) {
         const auto count = static_cast<double>(level.triangles.size());
-        text += Format("  %5d  %9.4g  %9zu  %5.1f %%  %7d  %7d\n", level.number, level.tolerance, level.triangles.size(),
-                       100.0 * count / static_cast<double>(triangles), level.strips, level.words);
+        text +=
+            Format("  %5d  %9.4g  %9zu  %5.1f %%  %7d  %7d\n", level.number, level.tolerance, level.triangles.size(),
+                   100.0 * count / static_cast<double>(triangles), level.strips, level.words);
     }
     return text;
 }
@@ -74,13 +77,14 @@ void Run(const Values& values) {
     for (const std::string& file : files) Reduce(file, values);
 }
 
-const Verb verb{"lods",
-                "levels of detail: one STL file each, and the level stream",
-                {InputFiles(),
-                 {"tolerances", Kind::Text, "0,0.01%,0.05%,0.2%,1%", "one level each: distances, or shares of the diagonal"},
-                 {"out", Kind::Path, ".", "folder for NAME.level1.stl ... and NAME.levels.bin"},
-                 {"text", Kind::Switch, "N", "write STL files as text; otherwise binary"}},
-                Run};
+const Verb verb{
+    "lods",
+    "levels of detail: one STL file each, and the level stream",
+    {InputFiles(),
+     {"tolerances", Kind::Text, "0,0.01%,0.05%,0.2%,1%", "one level each: distances, or shares of the diagonal"},
+     {"out", Kind::Path, ".", "folder for NAME.level1.stl ... and NAME.levels.bin"},
+     {"text", Kind::Switch, "N", "write STL files as text; otherwise binary"}},
+    Run};
 const Entry<verb> entry;
 
 }  // namespace
