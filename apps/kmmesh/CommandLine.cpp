@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <map>
 
+#include "Distances.h"
 #include "Help.h"
 #include "KmVersion.h"
 
@@ -65,13 +66,14 @@ private:
     void AddOption(CLI::App& app, const Verb& verb, const Option& option) {
         std::vector<std::string>& values = values_[&verb][option.name];
         if (option.kind == Kind::Files) {
-            app.add_option("files", values)->required();
+            app.add_option("FILE", values)->required();
         } else if (option.kind == Kind::Switch) {
             app.add_flag_callback("--" + option.name, [&values] { values = {"Y"}; });
         } else {
             CLI::Option& parsed = *app.add_option("--" + option.name, values)->expected(1)->required(option.isNeeded);
             if (option.kind == Kind::Whole) parsed.check(CLI::TypeValidator<int>("INTEGER"));
             if (option.kind == Kind::Number) parsed.check(CLI::Number);
+            if (option.kind == Kind::Distances) parsed.check(FaultOfDistances);
         }
     }
 
@@ -95,9 +97,13 @@ private:
 
     void Explain(const CLI::ParseError& error, CommandLine& result) const {
         const Verb* const verb = VerbAskedFor();
-        const bool isLacking = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+        const std::vector<std::string> unknown = app_.remaining();
+        const bool isLacking = unknown.empty() && dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
         result.exitCode = isLacking ? Lacking : Invalid;
-        result.fault = verb == nullptr && isLacking ? std::string("no verb") : error.what();
+        result.fault = error.what();
+        // The parser misses the verb first, and calls it by another name.
+        if (verb == nullptr && isLacking) result.fault = "no verb";
+        if (verb == nullptr && !unknown.empty()) result.fault = "\"" + unknown.front() + "\" is no verb and no option";
         result.fault += "; see kmmesh " + (verb == nullptr ? "" : verb->name + ' ') + "--help";
     }
 

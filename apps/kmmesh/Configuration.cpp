@@ -22,6 +22,12 @@ std::string Absolute(const std::string& path) {
     return fs::absolute(path).lexically_normal().string();
 }
 
+const std::string& Plain(const std::string& text) {
+    if (text.starts_with('%'))
+        throw Misuse('"' + text + '"', "begins with %, which stands for an argument in a configuration");
+    return text;
+}
+
 void SetFiles(XML::Element& setting, const std::vector<std::string>& files) {
     if (files.size() == 1) {
         setting.V(Absolute(files.front()));
@@ -45,7 +51,7 @@ void SetOption(const Request& request, const Option& option, XML::Element& root)
     if (setting == nullptr) return;
     if (option.kind == Kind::Files) SetFiles(*setting, given->second);
     else if (option.kind == Kind::Path) setting->V(Absolute(isGiven ? given->second.front() : option.defaultValue));
-    else setting->V(given->second.front());
+    else setting->V(Plain(given->second.front()));
 }
 
 /// The text of a setting loses line feeds, and blanks at its ends, and quotes change; better told than done.

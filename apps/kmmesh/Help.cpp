@@ -22,6 +22,8 @@ const char* Placeholder(Kind kind) {
         case Kind::Whole:
         case Kind::Number:
             return " N";
+        case Kind::Distances:
+            return " LIST";
         case Kind::Text:
             return " TEXT";
         case Kind::Path:

@@ -5,6 +5,7 @@
 #include <map>
 #include <new>
 
+#include "Distances.h"
 #include "Failure.h"
 #include "KmVersion.h"
 #include "Output.h"
@@ -43,6 +44,7 @@ const char* TypeOf(Kind kind) {
             return "Int32";
         case Kind::Number:
             return "Real64";
+        case Kind::Distances:
         case Kind::Text:
         case Kind::Path:
         case Kind::Files:
@@ -78,6 +80,10 @@ Option InputFiles() { return {"files", Kind::Files, "", "STL files, text or bina
 bool Values::IsOn(const std::string& option) const { return Settings::ToBool(verb_.SettingOf(option)); }
 int Values::Whole(const std::string& option) const { return Settings::ToInt(verb_.SettingOf(option)); }
 double Values::Number(const std::string& option) const { return Settings::ToDouble(verb_.SettingOf(option)); }
+
+std::vector<double> Values::Distances(const std::string& option, double diagonal) const {
+    return DistancesOf(Text(option), diagonal);
+}
 
 std::string Values::Text(const std::string& option) const {
     const std::string text = Settings::ToString(verb_.SettingOf(option));

@@ -6,7 +6,7 @@
 namespace KM::Tool {
 
 /// How the value of an option is written, checked and read.
-enum class Kind { Switch, Whole, Number, Text, Path, Files };
+enum class Kind { Switch, Whole, Number, Distances, Text, Path, Files };
 
 /// One option of a verb, declared once: it is a setting of the verb's action, an option of the command line, and a line of
 /// the help.
@@ -52,6 +52,9 @@ public:
     bool IsOn(const std::string& option) const;
     int Whole(const std::string& option) const;
     double Number(const std::string& option) const;
+    /// Ascending, in units of a part with this diagonal; see Distances.h.
+    /// @throws Failure  when the text does not fit
+    std::vector<double> Distances(const std::string& option, double diagonal) const;
     /// Of a text or a path.
     /// @throws Failure  when it is needed and empty
     std::string Text(const std::string& option) const;

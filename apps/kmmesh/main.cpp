@@ -64,9 +64,10 @@ int RunConfigurations(const std::vector<std::string>& arguments) {
     std::cout << std::endl;  // the log puts its line feeds in front of lines
     if (code != Done || arguments.empty() || hasSwitch) return code;
     if (Application::RedirectionShifting() == 0)
-        return Refuse(arguments.front() + ": no configuration file among the arguments", NoConfiguration);
+        return Refuse(arguments.front() + ": no configuration file; see kmmesh --help", NoConfiguration);
     const std::string action = Settings::ToString("Actions.Execute");
-    if (!Factory::Exists(action)) return Refuse("no action \"" + action + "\"", InvalidConfiguration);
+    if (action.empty()) return Refuse("the configuration names no action in Actions.Execute", InvalidConfiguration);
+    if (!Factory::Exists(action)) return Refuse("there is no action \"" + action + '"', InvalidConfiguration);
     return code;
 }
 
@@ -82,7 +83,6 @@ int RunRequest(const Request& request, const char* program) {
     const int code = RunGuarded();
     if (request.verbosity != 0) std::cout << '\n';
     ProgressLine::Clear();
-    std::cout << std::flush;
     return code;
 }
 
@@ -107,5 +107,7 @@ int main(int argc, char** argv) {
     RegisterVerbs();
     Application::Arguments(argc, argv);
     const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
-    return IsForPeople(arguments) ? RunForPeople(arguments, argv[0]) : RunConfigurations(arguments);
+    const int code = IsForPeople(arguments) ? RunForPeople(arguments, argv[0]) : RunConfigurations(arguments);
+    if (!std::cout.flush()) return Refuse("standard output cannot be written", Failed);
+    return code;
 }

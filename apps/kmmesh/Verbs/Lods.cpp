@@ -6,7 +6,6 @@
 #include "Output.h"
 #include "OutputFile.h"
 #include "PartFile.h"
-#include "Tolerances.h"
 #include "Utils/U_App/Progress.h"
 #include "Verb.h"
 
@@ -62,7 +61,7 @@ void WriteFiles(const std::string& stem, const PIN& mesh, const Levels& levels, 
 
 void Reduce(const std::string& file, const Values& values) {
     Part part = ReadPart(file);
-    const std::vector<double> tolerances = TolerancesOf(values.Text("tolerances"), DiagonalOf(part.mesh));
+    const std::vector<double> tolerances = values.Distances("tolerances", DiagonalOf(part.mesh));
     const Progress::Auto progress("Reducing");
     const long long triangles = static_cast<long long>(part.mesh.edges.size()) / 3;
     const Levels levels(part.mesh, tolerances);
@@ -73,7 +72,7 @@ void Reduce(const std::string& file, const Values& values) {
 void Run(const Values& values) {
     const std::vector<std::string> files = values.Files("files");
     CheckStemsDiffer(files);
-    TolerancesOf(values.Text("tolerances"), 1.0);  // before anything is read, so that a slip costs no time
+    values.Distances("tolerances", 1.0);  // before anything is read, so that a slip costs no time
     for (const std::string& file : files) Reduce(file, values);
 }
 
@@ -81,7 +80,7 @@ const Verb verb{
     "lods",
     "levels of detail: one STL file each, and the level stream",
     {InputFiles(),
-     {"tolerances", Kind::Text, "0,0.01%,0.05%,0.2%,1%", "one level each: distances, or shares of the diagonal"},
+     {"tolerances", Kind::Distances, "0,0.01%,0.05%,0.2%,1%", "one level each: lengths, or shares of the diagonal"},
      {"out", Kind::Path, ".", "folder for NAME.level1.stl ... and NAME.levels.bin"},
      {"text", Kind::Switch, "N", "write STL files as text; otherwise binary"}},
     Run};

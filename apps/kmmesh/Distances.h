@@ -11,6 +11,9 @@ namespace KM::Tool {
 /// @param diagonal  of the part, in its units
 /// @return          ascending
 /// @throws Failure  for anything else, and for a text without numbers
-std::vector<double> TolerancesOf(const std::string& text, double diagonal);
+std::vector<double> DistancesOf(const std::string& text, double diagonal);
+
+/// What is wrong with the text; empty if nothing is.
+std::string FaultOfDistances(const std::string& text);
 
 }  // namespace KM::Tool
