@@ -15,28 +15,8 @@ constexpr const char* ExitCodes =
     "Exit codes: 0 done; 1 stopped by the user; 3 nothing to run: no verb, file or configuration;\n"
     "            4 what was given does not fit; 8 to be started again; 9 failed.\n";
 
-const char* Placeholder(Kind kind) {
-    switch (kind) {
-        case Kind::Switch:
-            return "";
-        case Kind::Whole:
-        case Kind::Number:
-            return " N";
-        case Kind::Distances:
-            return " LIST";
-        case Kind::Text:
-            return " TEXT";
-        case Kind::Path:
-            return " PATH";
-        case Kind::Files:
-            break;
-    }
-    return "...";
-}
-
 std::string LineOf(const Option& option) {
-    const std::string label =
-        (option.kind == Kind::Files ? "FILE" : "--" + option.name) + std::string(Placeholder(option.kind));
+    const std::string label = (option.kind == Kind::Files ? "" : "--" + option.name) + NamesOf(option.kind).placeholder;
     std::string text = Format("  %-18s  %s", label.c_str(), option.help.c_str());
     if (option.isNeeded) text += " (needed)";
     if (option.kind != Kind::Switch && !option.defaultValue.empty()) text += " (" + option.defaultValue + ')';

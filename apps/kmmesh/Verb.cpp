@@ -36,32 +36,28 @@ Table& Entries() {
     return table;
 }
 
-const char* TypeOf(Kind kind) {
-    switch (kind) {
-        case Kind::Switch:
-            return "Bool";
-        case Kind::Whole:
-            return "Int32";
-        case Kind::Number:
-            return "Real64";
-        case Kind::Distances:
-        case Kind::Text:
-        case Kind::Path:
-        case Kind::Files:
-            break;
-    }
-    return "String";
-}
-
 void Register(const Verb& verb, void (*action)()) {
     const Factory::FactorySubscriber subscriber(verb.Key(), "V" KM_VERSION, action, "", verb.help, __FILE__,
                                                 std::to_string(__LINE__));
     for (const Option& option : verb.options)
-        Settings::Add(verb.SettingOf(option.name), option.defaultValue, TypeOf(option.kind), option.help, "", "", "",
-                      __FILE__, std::to_string(__LINE__), true);
+        Settings::Add(verb.SettingOf(option.name), option.defaultValue, NamesOf(option.kind).type, option.help, "", "",
+                      "", __FILE__, std::to_string(__LINE__), true);
 }
 
 }  // namespace
+
+const KindNames& NamesOf(Kind kind) {
+    static constexpr KindNames names[] = {
+        {"Bool", ""},          // Switch
+        {"Int32", " N"},       // Whole
+        {"Real64", " N"},      // Number
+        {"String", " LIST"},   // Distances
+        {"String", " TEXT"},   // Text
+        {"String", " PATH"},   // Path
+        {"String", "FILE..."}  // Files
+    };
+    return names[static_cast<std::size_t>(kind)];
+}
 
 std::string Verb::Key() const { return "Mesh." + InCapitals(name); }
 

@@ -8,6 +8,13 @@ namespace KM::Tool {
 /// How the value of an option is written, checked and read.
 enum class Kind { Switch, Whole, Number, Distances, Text, Path, Files };
 
+/// What a kind of value is called: by the settings, and in a help text.
+struct KindNames {
+    const char* type;
+    const char* placeholder;
+};
+const KindNames& NamesOf(Kind kind);
+
 /// One option of a verb, declared once: it is a setting of the verb's action, an option of the command line, and a line of
 /// the help.
 struct Option {
