@@ -27,6 +27,7 @@ public:
 
     CommandLine Run(std::vector<std::string> arguments) {
         CommandLine result;
+        TakeBehindMark(arguments);
         std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
         try {
             app_.parse(arguments);
@@ -42,6 +43,14 @@ public:
     }
 
 private:
+    /// Behind "--" all words are files. The parser would end the verb there, once it has a file.
+    void TakeBehindMark(std::vector<std::string>& arguments) {
+        const auto mark = std::find(arguments.begin(), arguments.end(), "--");
+        if (mark == arguments.end()) return;
+        behindMark_.assign(mark + 1, arguments.end());
+        arguments.erase(mark, arguments.end());
+    }
+
     void AddCommonOptions(CLI::App& app) {
         app.set_help_flag("-h,--help");
         app.add_flag("-q,--quiet", request_.isQuiet);
@@ -66,7 +75,7 @@ private:
     void AddOption(CLI::App& app, const Verb& verb, const Option& option) {
         std::vector<std::string>& values = values_[&verb][option.name];
         if (option.kind == Kind::Files) {
-            app.add_option("FILE", values)->required();
+            app.add_option("FILE", values);
         } else if (option.kind == Kind::Switch) {
             app.add_flag_callback("--" + option.name, [&values] { values = {"Y"}; });
         } else {
@@ -88,7 +97,21 @@ private:
         return verb == nullptr ? HelpOfTool() : HelpOf(*verb);
     }
 
+    void TakeFiles(const Verb& verb) {
+        const auto& options = verb.options;
+        const auto files =
+            std::find_if(options.begin(), options.end(), [](const Option& o) { return o.kind == Kind::Files; });
+        if (files == options.end()) {
+            if (!behindMark_.empty()) throw CLI::ExtrasError(behindMark_);
+            return;
+        }
+        std::vector<std::string>& values = values_[&verb][files->name];
+        values.insert(values.end(), behindMark_.begin(), behindMark_.end());
+        if (values.empty()) throw CLI::RequiredError("FILE");
+    }
+
     Request Take() {
+        TakeFiles(*VerbAskedFor());
         request_.verb = VerbAskedFor();
         for (const auto& [name, values] : values_[request_.verb])
             if (!values.empty()) request_.values[name] = values;
@@ -110,6 +133,7 @@ private:
     CLI::App app_;
     std::map<const Verb*, CLI::App*> apps_;
     std::map<const Verb*, std::map<std::string, std::vector<std::string>>> values_;
+    std::vector<std::string> behindMark_;
     Request request_;
 };
 

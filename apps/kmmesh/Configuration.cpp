@@ -54,11 +54,11 @@ void SetOption(const Request& request, const Option& option, XML::Element& root)
     else setting->V(Plain(given->second.front()));
 }
 
-/// The text of a setting loses line feeds, and blanks at its ends, and quotes change; better told than done.
+/// The text of a setting loses line feeds, and blanks at its ends; better told than done.
 void CheckReadsBack(const XML::Element& written, const XML::Element& read) {
     if (written.V() != read.V())
         throw Misuse("\"" + written.V() + "\"",
-                     "has a line feed, a quote in front or a blank at an end, which no configuration can hold");
+                     "has a line feed, or a blank at an end, which no configuration can hold");
     auto other = read.Children().begin();
     for (const XML::Base* child : written.Children())
         CheckReadsBack(dynamic_cast<const XML::Element&>(*child), dynamic_cast<const XML::Element&>(**other++));
@@ -77,7 +77,7 @@ std::string ConfigurationOf(const Request& request) {
     XML::Element readBack("Settings");
     XML::ReadElementFromString(text.str(), readBack, true);
     CheckReadsBack(root, readBack);
-    return text.str() + '\n';
+    return text.str().substr(1) + '\n';  // the writer puts its line feeds in front
 }
 
 TemporaryConfiguration::TemporaryConfiguration(const std::string& text)

@@ -17,6 +17,9 @@ using Verbose::EMessageType;
 
 constexpr int StaticInitialisation = 1;  // what every declared setting has in its stamp
 
+// Far beyond any real key; keeps a spoilt file, with a key in each line of the log, from filling the memory.
+constexpr std::size_t LongestKey = 1000;
+
 /// Dumps show the stamps while it lives.
 class StampsShown {
 public:
@@ -45,7 +48,10 @@ private:
 /// The walk over the settings. It keeps the open elements itself, since a tree can be deeper than the call stack.
 class Analysis {
 public:
-    explicit Analysis(const XML::Element& settings) : result_(settings.N()) { Enter(settings); }
+    explicit Analysis(const XML::Element& settings) : result_(settings.N()) {
+        result_.SettingSession(settings.SettingSession());
+        Enter(settings);
+    }
 
     void Walk() {
         while (!open_.empty()) {
@@ -90,14 +96,19 @@ private:
         Verbose::WriteMessage_1(EMessageType::Warning, "Element: \"" + Key() + "\" " + what);
     }
 
-    /// The key of the innermost open element; the root has no part in it.
+    /// The key of the innermost open element; the root has no part in it. Of a key that is too long, the last parts.
     std::string Key() const {
+        std::size_t first = open_.size();
+        for (std::size_t length = 0; first > 1; --first) {
+            length += open_[first - 1].element->N().size() + 1;
+            if (length > LongestKey && first < open_.size()) break;
+        }
         std::string key;
-        for (std::size_t i = 1; i < open_.size(); ++i) {
-            if (i > 1) key += '.';
+        for (std::size_t i = first; i < open_.size(); ++i) {
+            if (i > first) key += '.';
             key += open_[i].element->N();
         }
-        return key;
+        return first > 1 ? "..." + key : key;
     }
 
     void KeepChange(const XML::Element& element) {

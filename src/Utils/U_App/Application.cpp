@@ -1,5 +1,8 @@
 #include "Utils/U_App/Application.h"
 
+#include <cstdlib>
+
+#include "Utils/U_App/HostMessages.h"
 #include "Utils/U_IO/FileNames.h"
 
 namespace KM::Application {
@@ -12,23 +15,27 @@ std::string& CurrentName() {
     return name;
 }
 
-bool IsOpening(const std::string& argument) { return argument.starts_with('"') && !argument.ends_with('"'); }
+constexpr std::size_t WordsWithWindow = 5;  // how a host starts a tool: the window comes last
+
+std::vector<std::string> WordsOf(int argc, char** const argv) {
+    std::vector<std::string> words;
+    for (int i = 0; argv != nullptr && i < argc && argv[i] != nullptr; ++i) words.emplace_back(argv[i]);
+    return words;
+}
 
 }  // namespace
 
 void Arguments(int argc, char** const argv) {
+    const std::vector<std::string> words = WordsOf(argc, argv);
+    if (words.size() == WordsWithWindow) HostMessages::Window(std::strtoull(words.back().c_str(), nullptr, 10));
     std::vector<std::string>& arguments = Arguments();
     arguments.clear();
     bool isQuoted = false;
-    for (int i = 0; argv != nullptr && i < argc && argv[i] != nullptr; ++i) {
-        const std::string argument = argv[i];
-        if (isQuoted) {
-            arguments.back() += argument;
-            isQuoted = !argument.ends_with('"');
-        } else {
-            arguments.push_back(argument);
-            isQuoted = IsOpening(argument);
-        }
+    for (const std::string& word : words) {
+        const bool isOpening = !isQuoted && word.starts_with('"');
+        if (isQuoted) arguments.back() += word;
+        else arguments.push_back(word);
+        isQuoted = (isQuoted || isOpening) && !word.ends_with('"');
     }
 }
 

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "Utils/U_App/Application.h"
+#include "Utils/U_App/Progress.h"
 #include "Utils/U_Console/LogServices.h"
 #include "Utils/U_Debug/Verbose.h"
 #include "Utils/U_Settings/Settings.h"
@@ -76,6 +77,7 @@ void Run(const std::string& key) {
     if (found == Table().end()) return Error("Action \"" + key + "\" not found! running aborted.");
     const std::string name = ShortName(key) + VersionOf(key);
     Application::Name(name);
+    const Progress::Auto task(name);
     WriteTitle();
     XML::IncrementSettingSession("Running: \"" + name + "\" service;");
     try {

@@ -1,5 +1,6 @@
 #include "Utils/U_App/AnalyzeSettings.h"
 #include "Utils/U_App/Application.h"
+#include "Utils/U_App/CheckAbort.h"
 #include "Utils/U_App/Configuration.h"
 #include "Utils/U_App/Factory.h"
 #include "Utils/U_App/Switches.h"
@@ -25,6 +26,7 @@ void Configure() {
     if (Settings::ToBool("XML.DumpSettingsAfterLoading")) Factory::Run("KM.Dump.Settings");
     configuration.Tell();
     Caching::ConfigureFromSettings();
+    Verbose::ConfigureFromSettings();
 }
 
 void AnalyzeSettingsIf(const std::string& key) {
@@ -78,7 +80,7 @@ int Run() {
     try {
         RunAndTell();
     } catch (const XUserAbort&) {
-        // Escape was pressed once more while the end was told: nothing is left to stop, and the code stands.
+        // The user asked once more, while the end was told: nothing is left to stop, and the code stands.
     }
     return ExitCode();
 }

@@ -142,6 +142,22 @@ TEST(AnalyzeSettings, LeavesTheColoursOfTheConsole) {
     Console::SetBackground(0);
 }
 
+TEST(AnalyzeSettings, CutsKeysThatAreTooLong) {
+    std::string text = "<Settings>";
+    for (int i = 0; i < 2000; ++i) text += "<ab>1";
+    const Words warnings = Analysed(Tree(text)).warnings;
+    ASSERT_EQ(warnings.size(), 2000u);
+    EXPECT_TRUE(warnings[0].starts_with("Element: \"ab\" has a value")) << warnings[0];
+    EXPECT_TRUE(warnings[1].starts_with("Element: \"ab.ab\" has a value")) << warnings[1];
+    EXPECT_TRUE(warnings[1999].starts_with("Element: \"...ab.ab.")) << warnings[1999];
+    EXPECT_LT(warnings[1999].size(), 1100u);
+    const std::string huge(5000, 'x');
+    const Words ofHuge = Analysed(Tree("<S><" + huge + ">1<y>2</y></" + huge + "></S>")).warnings;
+    ASSERT_EQ(ofHuge.size(), 2u);
+    EXPECT_TRUE(ofHuge[0].starts_with("Element: \"" + huge + "\" has")) << "the name of the setting itself is whole";
+    EXPECT_TRUE(ofHuge[1].starts_with("Element: \"...y\" has")) << ofHuge[1];
+}
+
 TEST(AnalyzeSettings, TreesMayBeDeep) {
     std::string text;
     for (int i = 0; i < 100000; ++i) text += "<a>";

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "Utils/U_App/HostMessages.h"
+
 namespace KM::Application {
 namespace {
 
@@ -72,6 +74,22 @@ TEST(CommandLine, MayBeLong) {
     EXPECT_EQ(Taken(words).size(), 2u);
     EXPECT_EQ(Taken(Words(10000, "a.xml")).size(), 10000u);
     EXPECT_EQ(Taken({std::string(1000000, 'x')})[0].size(), 1000000u);
+}
+
+TEST(CommandLine, TheFifthOfFiveIsTheWindow) {
+    const auto windowOf = [](const Words& words) {
+        HostMessages::Window(7);
+        Taken(words);
+        return HostMessages::Window();
+    };
+    EXPECT_EQ(windowOf({"tool", "a", "b", "c", "123"}), 123u);
+    EXPECT_EQ(windowOf({"tool", "a", "b", "c", " 12x"}), 12u);
+    EXPECT_EQ(windowOf({"tool", "a", "b", "c", "x"}), 0u);
+    EXPECT_EQ(windowOf({"tool", "a", "b", "c", ""}), 0u);
+    EXPECT_EQ(windowOf({"tool", "\"a", "b", "c\"", "9"}), 9u) << "words count, not what quotes make of them";
+    EXPECT_EQ(windowOf({"tool", "a", "b", "123"}), 7u);
+    EXPECT_EQ(windowOf({"tool", "a", "b", "c", "123", "d"}), 7u);
+    HostMessages::Window(0);
 }
 
 TEST(Application, HasAFolder) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "Utils/U_App/Tool.h"
 
 namespace KM::Application {
@@ -66,9 +68,10 @@ TEST_F(ConfigurationFiles, MissingOnesAreSkipped) {
 }
 
 TEST_F(ConfigurationFiles, FoldersAndPatternsAreNone) {
-    tool_.Folder().Write("folder.xml/a.xml", "x");
-    tool_.Folder().Write("sub/a.xml", "x");
-    ProgramEnd end = tool_.Run({"folder.xml", "sub/*.xml", "sub"});
+    std::filesystem::create_directories(tool_.Folder() / "folder.xml");
+    std::filesystem::create_directories(tool_.Folder() / "sub");
+    tool_.Folder().Write("sub/a.xml", "<Settings/>");
+    const ProgramEnd end = tool_.Run({"folder.xml", "sub/*.xml", "sub"});
     EXPECT_EQ(end.exitCode, 0);
     EXPECT_EQ(Messages(end.output, "Warning"),
               (Words{"File folder.xml hasn't been found. Skip it!", "File sub/*.xml hasn't been found. Skip it!"}));
@@ -150,7 +153,7 @@ TEST_F(ConfigurationFiles, ARedirectorCountsArgumentsFromTheProgram) {
 }
 
 TEST_F(ConfigurationFiles, ARedirectorToNothingIsAnUnknownAction) {
-    tool_.Folder().Write("folder/x", "");
+    std::filesystem::create_directories(tool_.Folder() / "folder");
     for (const char* target : {"", "no.xml", "folder", "*"}) {
         tool_.Configure(
             "a.xml", "Utils.Redirector",

@@ -25,11 +25,20 @@ protected:
 TEST_F(Run, RunsTheActionThatIsNamed) {
     const ProgramEnd end = Act("Test.Ok");
     EXPECT_EQ(end.exitCode, 0);
-    const Words infos = Messages(end.output, "Info");
+    Words infos = Messages(end.output, "Info");
+    std::erase_if(infos, [](const std::string& text) { return text.starts_with("Time: "); });
     EXPECT_EQ(infos, (Words{"File a.xml was used as configuration file.", "acting as OkV2.5", "ExitCode = 0"}));
     EXPECT_TRUE(Messages(end.output, "Error").empty()) << end.output;
     EXPECT_TRUE(Messages(end.output, "Warning").empty()) << end.output;
     EXPECT_TRUE(Has(Messages(Act("KM.ToolPathGenerator").output, "Info"), "generating as KMHOSTV1.0"));
+}
+
+TEST_F(Run, AnActionIsATaskOfTheProgress) {
+    const Words lines = Log(Act("Test.Ok").output);
+    const auto task = std::find(lines.begin(), lines.end(), "<OkV2.5>");
+    ASSERT_LT(lines.end() - task, lines.end() - lines.begin());
+    EXPECT_EQ(Words(task, task + 4), (Words{"<OkV2.5>", "<Note>Progress: Task OkV2.5 has started!</Note>",
+                                            "<Info>acting as OkV2.5</Info>", "</OkV2.5>"}));
 }
 
 TEST_F(Run, TellsHowAnActionEnded) {
@@ -94,7 +103,6 @@ TEST_F(Run, DumpsTheSettingsAfterLoading) {
     const std::size_t dump = end.output.find("<Bool Default=\"Y\" Help=\"help\" Type=\"Bool\">N</Bool>");
     const std::size_t told = end.output.find("File a.xml was used as configuration file.");
     ASSERT_NE(dump, std::string::npos) << end.output;
-    EXPECT_LT(end.output.find("<Parsing: a.xml file>"), dump + end.output.size());
     EXPECT_LT(dump, told);
     EXPECT_EQ(Act("Test.Ok").output.find("<Bool"), std::string::npos);
 }
@@ -127,6 +135,26 @@ TEST_F(Run, TakesTheLevelFromTheSettings) {
     EXPECT_EQ(Messages(end.output, "Error"), Words{"Unexpected exception has been detected!"});
     EXPECT_EQ(Messages(end.output, "Info"), Words{"File a.xml was used as configuration file."})
         << "what is told before stands";
+}
+
+TEST_F(Run, IsStoppedFromOutside) {
+    const std::string watched =
+        "<Cache><Folder>%1</Folder></Cache><Communication><EnableInCacheLookingForCheckAbort>Y"
+        "</EnableInCacheLookingForCheckAbort><TimeGranularity>0</TimeGranularity></Communication>";
+    const KM::Test::TempFolder cache;
+    cache.Write("!Break(ID=1)", "");
+    tool_.Configure("a.xml", "Test.Ok", watched);
+    const ProgramEnd end = tool_.Run({"a.xml", cache / ""});
+    EXPECT_EQ(end.exitCode, 1);
+    EXPECT_EQ(Messages(end.output, "Error"), Words{"User Break detected!"}) << end.output;
+    EXPECT_EQ(end.output.find("acting"), std::string::npos) << end.output;
+    EXPECT_FALSE(cache.Has("!Break(ID=1)"));
+    // The second request comes while the end is told.
+    tool_.Configure("a.xml", "Test.AbortTwice", watched);
+    const ProgramEnd twice = tool_.Run({"a.xml", cache / ""});
+    EXPECT_EQ(twice.exitCode, 1);
+    EXPECT_EQ(twice.output.find("left the run"), std::string::npos) << twice.output;
+    EXPECT_FALSE(cache.Has("!Break(ID=1)"));
 }
 
 TEST_F(Run, ManyArgumentsAreSurvived) {

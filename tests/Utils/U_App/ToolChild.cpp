@@ -27,6 +27,13 @@ const Subscribe actions[] = {
          throw Exception{"text", "file.cpp", 12};
      }},
     {"UserAbort", [] { throw XUserAbort(); }},
+    {"AbortTwice",
+     [] {
+         IO::ToFile(Caching::Path() + "!Break(ID=1)", "wb", 0, true).Close();
+         // The file is looked for once in a tick of the clock.
+         for (const double now = Time::Get(); Time::Get() == now;) continue;
+         throw XUserAbort();
+     }},
     {"Restart", [] { throw XRestartMe(); }},
     {"KmException", [] { throw KmException("In Test. Failed.", __FILE__, __LINE__); }},
     {"StdException", [] { throw std::runtime_error("failed"); }},

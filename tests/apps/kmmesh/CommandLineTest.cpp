@@ -34,6 +34,9 @@ TEST(CommandLine, TakesFilesOfAnyName) {
     ASSERT_EQ(line.fault, "");
     EXPECT_EQ(line.request.values.at("files"), (Words{"info", "--help", "convert", "-q"}));
     EXPECT_FALSE(line.request.isQuiet);
+    EXPECT_EQ(Parse({"info", "--", "-a"}).request.values.at("files"), Words{"-a"});
+    EXPECT_EQ(Parse({"info", "--"}).exitCode, 3);
+    EXPECT_EQ(Parse({"settings", "--", "a"}).exitCode, 4);
 }
 
 TEST(CommandLine, ShowsHelpWhateverIsLacking) {

@@ -54,7 +54,7 @@ TEST_F(Main, RefusesACommandLineThatDoesNotFit) {
     ExpectRefusal({"--quiet"}, 3, "no verb; see kmmesh --help");
     ExpectRefusal({"info", "a\nb"}, 4,
                   std::string("\"") + (folder / "a?b") +
-                      "\": has a line feed, a quote in front or a blank at an end, which no configuration can hold");
+                      "\": has a line feed, or a blank at an end, which no configuration can hold");
 }
 
 TEST_F(Main, RunsAConfiguration) {

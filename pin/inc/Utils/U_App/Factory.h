@@ -41,7 +41,7 @@ KM_API bool Exists(const std::string& key);
 
 /// Runs an action, as a task of the progress, in a session of its own (Session.h). `Application::Name` becomes the
 /// short name of the key with the version behind it, and the console's title too if "Console.WriteAppNameInConsoleTitle"
-/// is on. Exceptions of the action pass through.
+/// is on. Exceptions of the action pass through; what is derived from `XNone` comes out as a plain `XNone`.
 ///
 /// A key that is not in the table leaves an `Error` in the log, and nothing else happens.
 KM_API void Run(const std::string& key);
