@@ -10,6 +10,7 @@
 #include "KmVersion.h"
 #include "Output.h"
 #include "Utils/U_App/Factory.h"
+#include "Utils/U_App/Progress.h"
 #include "Utils/U_Settings/Settings.h"
 
 namespace KM::Tool {
@@ -96,6 +97,11 @@ std::vector<std::string> Values::Files(const std::string& option) const {
     std::erase(files, std::string());
     if (files.empty()) throw Failure(key, "names no file");
     return files;
+}
+
+void NextSlice(double upTo) {
+    // The innermost task is that of the action, as long as a verb has begun none.
+    if (Progress::Auto* const task = Progress::Default().Last()) task->SubTask(upTo);
 }
 
 void Execute(const Verb& verb) {

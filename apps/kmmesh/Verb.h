@@ -73,6 +73,9 @@ private:
     const Verb& verb_;
 };
 
+/// Gives the next slice of the verb's progress, up to this share of the whole, to the tasks that begin from now on.
+void NextSlice(double upTo);
+
 /// Runs the verb with the present settings. A failure passes on as an `Exception`, which the run of the application tells
 /// in the log and makes an exit code of; people get one line on standard error.
 void Execute(const Verb& verb);

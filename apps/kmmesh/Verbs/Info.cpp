@@ -19,13 +19,14 @@ std::string LeftOut(const Part& part) {
 }
 
 void Run(const Values& values) {
-    bool isFirst = true;
-    for (const std::string& file : values.Files("files")) {
+    const std::vector<std::string> files = values.Files("files");
+    double done = 0.0;
+    for (const std::string& file : files) {
+        NextSlice(++done / static_cast<double>(files.size()));
         const Part part = ReadPart(file);
         const std::string name = std::filesystem::path(file).filename().string();
-        Print((isFirst ? "" : "\n") + name + ": " + Count(part.read, "triangle") + " in the file\n" + LeftOut(part) +
-              TextOf(Measure(part.mesh)));
-        isFirst = false;
+        Print((done == 1.0 ? "" : "\n") + name + ": " + Count(part.read, "triangle") + " in the file\n" +
+              LeftOut(part) + TextOf(Measure(part.mesh)));
     }
 }
 

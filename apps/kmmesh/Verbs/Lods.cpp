@@ -59,13 +59,20 @@ void WriteFiles(const std::string& stem, const PIN& mesh, const Levels& levels, 
     Tell(stream + '\n');
 }
 
-void Reduce(const std::string& file, const Values& values) {
-    Part part = ReadPart(file);
-    const std::vector<double> tolerances = values.Distances("tolerances", DiagonalOf(part.mesh));
+Levels Reduced(PIN& mesh, const std::vector<double>& tolerances) {
     const Progress::Auto progress("Reducing");
-    const long long triangles = static_cast<long long>(part.mesh.edges.size()) / 3;
-    const Levels levels(part.mesh, tolerances);
+    return {mesh, tolerances};
+}
+
+/// @param begin,end  the slice of the whole progress that this file has
+void RunFile(const std::string& file, const Values& values, double begin, double end) {
+    NextSlice(begin + 0.4 * (end - begin));
+    Part part = ReadPart(file);
+    const auto triangles = static_cast<long long>(part.mesh.edges.size()) / 3;
+    NextSlice(begin + 0.9 * (end - begin));
+    const Levels levels = Reduced(part.mesh, values.Distances("tolerances", DiagonalOf(part.mesh)));
     Print(TableOf(file, triangles, levels.All()));
+    NextSlice(end);
     WriteFiles(StemOf(values.Text("out"), file), part.mesh, levels, values.IsOn("text"));
 }
 
@@ -73,7 +80,9 @@ void Run(const Values& values) {
     const std::vector<std::string> files = values.Files("files");
     CheckStemsDiffer(files);
     values.Distances("tolerances", 1.0);  // before anything is read, so that a slip costs no time
-    for (const std::string& file : files) Reduce(file, values);
+    const auto count = static_cast<double>(files.size());
+    for (std::size_t i = 0; i < files.size(); ++i)
+        RunFile(files[i], values, static_cast<double>(i) / count, static_cast<double>(i + 1) / count);
 }
 
 const Verb verb{

@@ -62,7 +62,7 @@ TEST_F(Main, RunsAConfiguration) {
     const ToolResult result = Run({"job.xml"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_TRUE(Has(result.output, "<Info>File job.xml was used as configuration file.</Info>")) << result.output;
-    EXPECT_TRUE(Has(result.output, "\n  volume          1\n")) << result.output;
+    EXPECT_TRUE(Has(result.output, "\n    volume          1\n")) << result.output;
     EXPECT_TRUE(result.output.ends_with("<Info>ExitCode = 0</Info>\n")) << result.output;
     EXPECT_EQ(result.errors, "");
 }
@@ -149,7 +149,7 @@ TEST_F(Main, KeepsAConfigurationEvenOfARunThatFails) {
 TEST_F(Main, ShowsTheLogWhenAsked) {
     const ToolResult result = Run({"info", "cube.stl", "--verbose", "5"});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_TRUE(Has(result.output, "<Reading>\n  <Note>Progress: Task Reading has started!</Note>")) << result.output;
+    EXPECT_TRUE(Has(result.output, "<Reading>\n    <Note>Progress: Task Reading has started!</Note>")) << result.output;
     const ToolResult errors = Run({"info", "cube.stl", "--verbose", "2"});
     EXPECT_FALSE(Has(errors.output, "<Note>"));
     EXPECT_TRUE(Has(errors.output, "volume          1\n"));

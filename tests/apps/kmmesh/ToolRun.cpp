@@ -111,7 +111,7 @@ std::string BinaryStl(const Soup& triangles) {
 }
 
 void MakeEndlessStl(const std::string& name) {
-    constexpr std::uint64_t triangles = 0x027FFFFF;  // bytes above 127 in it: the file counts as binary
+    constexpr std::uint64_t triangles = 0x07FFFFFF;  // bytes above 127 in it: the file counts as binary
     std::FILE* const file = std::fopen(name.c_str(), "wb");
     std::fwrite(std::string(80, '\0').data(), 1, 80, file);
     for (int i = 0; i < 4; ++i) std::fputc(static_cast<int>(triangles >> (8 * i) & 255), file);

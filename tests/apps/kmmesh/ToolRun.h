@@ -62,7 +62,7 @@ private:
 /// The bytes of a binary STL file of these triangles.
 std::string BinaryStl(const Soup& triangles);
 
-/// Makes a file that takes seconds to read and no room on the disk: 40 million triangles, all zero.
+/// Makes a file that takes seconds to read and no room on the disk: 134 million triangles, all zero.
 void MakeEndlessStl(const std::string& name);
 
 std::vector<std::string> Lines(const std::string& text);
