@@ -41,7 +41,7 @@ const Verb verb{"convert",
                 "writes STL files anew, text or binary, triangle for triangle",
                 {InputFiles(),
                  {"out", Kind::Path, "", "the file to write, or a folder that is there", true},
-                 {"text", Kind::Switch, "N", "write text; otherwise binary"}},
+                 {"text", Kind::Switch, "N", "write text, with six decimals; otherwise binary"}},
                 Run};
 const Entry<verb> entry;
 

@@ -91,7 +91,7 @@ const Verb verb{
     {InputFiles(),
      {"tolerances", Kind::Distances, "0,0.01%,0.05%,0.2%,1%", "one level each: lengths, or shares of the diagonal"},
      {"out", Kind::Path, ".", "folder for NAME.level1.stl ... and NAME.levels.bin"},
-     {"text", Kind::Switch, "N", "write STL files as text; otherwise binary"}},
+     {"text", Kind::Switch, "N", "write STL files as text, with six decimals; otherwise binary"}},
     Run};
 const Entry<verb> entry;
 
