@@ -80,8 +80,10 @@ std::string ConfigurationOf(const Request& request) {
     return text.str().substr(1) + '\n';  // the writer puts its line feeds in front
 }
 
-TemporaryConfiguration::TemporaryConfiguration(const std::string& text)
-    : name_((fs::temp_directory_path() / "kmmesh-XXXXXX.xml").string()) {
+TemporaryConfiguration::TemporaryConfiguration(const std::string& text) {
+    std::error_code noFolder;
+    name_ = (fs::temp_directory_path(noFolder) / "kmmesh-XXXXXX.xml").string();
+    if (noFolder) throw Failure("temporary folder", noFolder.message() + "; see the variable TMPDIR");
     const int file = mkstemps(name_.data(), 4);
     const bool isWritten = file != -1 && write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
     const int error = errno;

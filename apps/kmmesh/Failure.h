@@ -1,6 +1,5 @@
 #pragma once
 
-#include <source_location>
 #include <string>
 
 #include "Utils/U_Debug/Exceptions.h"
@@ -10,9 +9,10 @@ namespace KM::Tool {
 /// A verb cannot do what it was asked to. The message is for people: one line, the name of a file, a colon, the reason.
 class Failure : public KmException {
 public:
-    Failure(const std::string& file, const std::string& reason,
-            const std::source_location& place = std::source_location::current())
-        : KmException(file + ": " + reason, place.file_name(), place.line()) {}
+    /// The place is that of the call; `std::source_location` is not yet known to each of our compilers.
+    Failure(const std::string& file, const std::string& reason, const char* source = __builtin_FILE(),
+            unsigned line = __builtin_LINE())
+        : KmException(file + ": " + reason, source, line) {}
 };
 
 /// A value does not fit into a configuration.

@@ -167,6 +167,11 @@ TEST_F(Main, IsPlainTextWhereThereIsNoTerminal) {
     }
 }
 
+TEST_F(Main, SaysWhatIsWrongWithItsSurroundings) {
+    environment["TMPDIR"] = folder / "cube.stl";
+    ExpectRefusal({"info", "cube.stl"}, 9, "temporary folder: Not a directory; see the variable TMPDIR");
+}
+
 TEST_F(Main, LeavesTheFolderAsItWas) {
     Run({"info", "cube.stl"});
     Run({"settings"});

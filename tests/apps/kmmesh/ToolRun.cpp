@@ -1,6 +1,7 @@
 #include "ToolRun.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
@@ -20,6 +21,16 @@ void Redirect(int descriptor, const std::string& file, int flags) {
     dup2(opened, descriptor);
     close(opened);
 }
+
+/// The progress of the tests themselves looks into the cache folder: not into that of the user.
+class OwnCache : public testing::Environment {
+public:
+    void SetUp() override { setenv("XDG_CACHE_HOME", (folder_ / "").c_str(), 1); }
+
+private:
+    const TempFolder folder_;
+};
+const testing::Environment* const ownCache = testing::AddGlobalTestEnvironment(new OwnCache);
 
 }  // namespace
 
