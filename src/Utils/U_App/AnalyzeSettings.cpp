@@ -114,7 +114,8 @@ private:
     void KeepChange(const XML::Element& element) {
         XML::Element* copy = &result_;
         for (std::size_t i = 1; i < open_.size(); ++i) {
-            copy = &(*copy)[open_[i].element->N()];
+            const std::string& name = open_[i].element->N();
+            copy = &(*copy)[name.empty() ? "." : name];  // an empty path would be the element itself
             copy->SettingSession(open_[i].element->SettingSession());
         }
         copy->VAddress() = Shown(element, element.V());  // without a stamp of our own

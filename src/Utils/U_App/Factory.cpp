@@ -46,9 +46,8 @@ void Subscribe(const std::string& key, const std::string& version, Action action
     Table()[key] = action;
 }
 
-void WriteTitle() {
-    if (Settings::ToBool("Console.WriteAppNameInConsoleTitle"))
-        KM::Services::GetDumpingDevice()->SetTitle(Application::Name());
+void WriteTitle(const std::string& title) {
+    if (Settings::ToBool("Console.WriteAppNameInConsoleTitle")) KM::Services::GetDumpingDevice()->SetTitle(title);
 }
 
 }  // namespace
@@ -70,6 +69,11 @@ FactorySubscriber::FactorySubscriber(const std::string& key, const std::string& 
                                      const std::string& line)
     : FactorySubscriber(key, version, reinterpret_cast<Action>(action), type, help, file, line) {}
 
+FactorySubscriber::FactorySubscriber(const std::string& key, const std::string& version, std::nullptr_t,
+                                     const std::string& type, const std::string& help, const std::string& file,
+                                     const std::string& line)
+    : FactorySubscriber(key, version, static_cast<Action>(nullptr), type, help, file, line) {}
+
 bool Exists(const std::string& key) { return Table().contains(key); }
 
 void Run(const std::string& key) {
@@ -78,7 +82,7 @@ void Run(const std::string& key) {
     const std::string name = ShortName(key) + VersionOf(key);
     Application::Name(name);
     const Progress::Auto task(name);
-    WriteTitle();
+    WriteTitle(name);
     XML::IncrementSettingSession("Running: \"" + name + "\" service;");
     try {
         found->second();
@@ -86,7 +90,7 @@ void Run(const std::string& key) {
         // Hosts get the plain tag, whatever a tool derives from it.
         throw XNone();
     }
-    WriteTitle();
+    WriteTitle(name);
 }
 
 void DumpRegisteredActions() {

@@ -35,7 +35,12 @@ void AnalyzeSettingsIf(const std::string& key) {
 
 void End(int code, EMessageType::iterator type, const std::string& text) {
     ExitCode(code);
-    Verbose::WriteMessage_1(type, text);
+    try {
+        Verbose::WriteMessage_1(type, text);
+    } catch (const XUserAbort&) {
+        // A message looks for requests before it is written, and the user has asked once more: nothing is left to stop.
+        Verbose::WriteMessage_1(type, text);
+    }
 }
 
 void RunAction() {
@@ -54,13 +59,6 @@ void RunAction() {
     }
 }
 
-void RunAndTell() {
-    RunAction();
-    AnalyzeSettingsIf("Debug.IsAnalyzeSettingsAfter");
-    Time::AdditiveChronometer::DumpAll();
-    Verbose::WriteMessage_1(EMessageType::Info, "ExitCode = " + std::to_string(ExitCode()));
-}
-
 }  // namespace
 
 int Run() {
@@ -77,11 +75,10 @@ int Run() {
     if (ActOnSwitch()) return ExitCode();
     Configure();
     AnalyzeSettingsIf("Debug.IsAnalyzeSettingsBefore");
-    try {
-        RunAndTell();
-    } catch (const XUserAbort&) {
-        // The user asked once more, while the end was told: nothing is left to stop, and the code stands.
-    }
+    RunAction();
+    AnalyzeSettingsIf("Debug.IsAnalyzeSettingsAfter");
+    Time::AdditiveChronometer::DumpAll();
+    Verbose::WriteMessage_1(EMessageType::Info, "ExitCode = " + std::to_string(ExitCode()));
     return ExitCode();
 }
 

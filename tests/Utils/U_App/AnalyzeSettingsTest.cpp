@@ -98,6 +98,25 @@ TEST(AnalyzeSettings, ShowsTheStampsOfTheSettings) {
     EXPECT_NE(dump.find("<A SS=\"00000101\" Default=\"1\">2</A>"), std::string::npos) << dump;
 }
 
+TEST(AnalyzeSettings, NamesMayBeEmpty) {
+    XML::Element root("Settings");
+    for (const char* path : {"a..b", "a."}) {
+        XML::Element& setting = root[path];
+        setting.V("2");
+        setting.SetAttribute("Type", "Int32");
+        setting.SetAttribute("Default", "1");
+        setting.SettingSession(1);
+    }
+    const std::string dump = Analysed(root).dump;
+    EXPECT_NE(dump.find("\n    <a SS=\"00000001\">"
+                        "\n      < SS=\"00000001\" Default=\"1\">2"
+                        "\n        <b SS=\"00000001\" Default=\"1\">2</b>"
+                        "\n      </>"
+                        "\n    </a>"),
+              std::string::npos)
+        << dump;
+}
+
 TEST(AnalyzeSettings, SkipsNodesThatAreNoSettings) {
     Tree root("<Settings/>");
     root += XML::Comment("text");

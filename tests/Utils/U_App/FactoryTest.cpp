@@ -136,6 +136,16 @@ TEST_F(Actions, SetTheTitleBeforeAndBehind) {
     EXPECT_EQ(device.titles, (std::vector<std::string>{"WholeV2", "WholeV2"}));
 }
 
+TEST_F(Actions, SetTheirOwnTitleBehindOthers) {
+    Device device;
+    const KM::Test::LogOn log(device);
+    work = [] {
+        if (runs == 1) Factory::Run("KM.ByAddress");
+    };
+    Factory::Run("Whole");
+    EXPECT_EQ(device.titles, (std::vector<std::string>{"WholeV2", "ByAddressV3", "ByAddressV3", "WholeV2"}));
+}
+
 TEST_F(Actions, LeaveTheTitleAloneIfTheSettingsSaySo) {
     Device device;
     const KM::Test::LogOn log(device);
@@ -211,9 +221,10 @@ TEST_F(Actions, WithoutFunctionAreRefused) {
     LogCapture log;
     const FactorySubscriber none("KM.None", "1", static_cast<void (*)()>(nullptr), "", "", "", "");
     const FactorySubscriber noAddress("KM.None", "1", static_cast<void*>(nullptr), "", "", "", "");
+    const FactorySubscriber nothing("KM.None", "1", nullptr, "", "", "", "");
     EXPECT_FALSE(Factory::Exists("KM.None"));
     EXPECT_EQ(Settings::ToString("Actions.KM.None.Version"), "");
-    EXPECT_EQ(log.Count(EMessageType::Error), 2);
+    EXPECT_EQ(log.Count(EMessageType::Error), 3);
 }
 
 TEST_F(Actions, OtherFailuresOnlyLoseTheAction) {

@@ -36,7 +36,7 @@ TEST_F(Run, RunsTheActionThatIsNamed) {
 TEST_F(Run, AnActionIsATaskOfTheProgress) {
     const Words lines = Log(Act("Test.Ok").output);
     const auto task = std::find(lines.begin(), lines.end(), "<OkV2.5>");
-    ASSERT_LT(lines.end() - task, lines.end() - lines.begin());
+    ASSERT_GE(lines.end() - task, 4);
     EXPECT_EQ(Words(task, task + 4), (Words{"<OkV2.5>", "<Note>Progress: Task OkV2.5 has started!</Note>",
                                             "<Info>acting as OkV2.5</Info>", "</OkV2.5>"}));
 }
@@ -137,24 +137,42 @@ TEST_F(Run, TakesTheLevelFromTheSettings) {
         << "what is told before stands";
 }
 
-TEST_F(Run, IsStoppedFromOutside) {
-    const std::string watched =
-        "<Cache><Folder>%1</Folder></Cache><Communication><EnableInCacheLookingForCheckAbort>Y"
-        "</EnableInCacheLookingForCheckAbort><TimeGranularity>0</TimeGranularity></Communication>";
-    const KM::Test::TempFolder cache;
-    cache.Write("!Break(ID=1)", "");
-    tool_.Configure("a.xml", "Test.Ok", watched);
-    const ProgramEnd end = tool_.Run({"a.xml", cache / ""});
+/// A tool that looks for the abort file at each message.
+class WatchedRun : public Run {
+protected:
+    ProgramEnd ActWatched(const std::string& action) const {
+        tool_.Configure("a.xml", action,
+                        "<Cache><Folder>%1</Folder></Cache><Communication><EnableInCacheLookingForCheckAbort>Y"
+                        "</EnableInCacheLookingForCheckAbort><TimeGranularity>0</TimeGranularity></Communication>");
+        return tool_.Run({"a.xml", cache_ / ""});
+    }
+
+    KM::Test::TempFolder cache_;
+};
+
+TEST_F(WatchedRun, IsStoppedFromOutside) {
+    cache_.Write("!Break(ID=1)", "");
+    const ProgramEnd end = ActWatched("Test.Ok");
     EXPECT_EQ(end.exitCode, 1);
     EXPECT_EQ(Messages(end.output, "Error"), Words{"User Break detected!"}) << end.output;
     EXPECT_EQ(end.output.find("acting"), std::string::npos) << end.output;
-    EXPECT_FALSE(cache.Has("!Break(ID=1)"));
-    // The second request comes while the end is told.
-    tool_.Configure("a.xml", "Test.AbortTwice", watched);
-    const ProgramEnd twice = tool_.Run({"a.xml", cache / ""});
-    EXPECT_EQ(twice.exitCode, 1);
-    EXPECT_EQ(twice.output.find("left the run"), std::string::npos) << twice.output;
-    EXPECT_FALSE(cache.Has("!Break(ID=1)"));
+    EXPECT_FALSE(cache_.Has("!Break(ID=1)"));
+}
+
+TEST_F(WatchedRun, ASecondRequestChangesNothing) {
+    const ProgramEnd end = ActWatched("Test.AbortTwice");
+    EXPECT_EQ(end.exitCode, 1);
+    EXPECT_TRUE(Has(Messages(end.output, "Warning"), "UserAbortEvent detected as an AbortFile found!")) << end.output;
+    EXPECT_EQ(Messages(end.output, "Error"), Words{"User Break detected!"}) << end.output;
+    EXPECT_EQ(Messages(end.output, "Info").back(), "ExitCode = 1");
+    EXPECT_FALSE(cache_.Has("!Break(ID=1)"));
+}
+
+TEST_F(WatchedRun, ARequestBehindTheActionLeavesIt) {
+    const ProgramEnd end = ActWatched("Test.AbortAtEnd");
+    EXPECT_TRUE(end.output.ends_with("left the run: XUserAbort")) << end.output;
+    EXPECT_TRUE(Messages(end.output, "Error").empty()) << end.output;
+    EXPECT_FALSE(cache_.Has("!Break(ID=1)"));
 }
 
 TEST_F(Run, ManyArgumentsAreSurvived) {

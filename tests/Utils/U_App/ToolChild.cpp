@@ -11,6 +11,13 @@ namespace {
 
 void Say(const std::string& text) { Verbose::WriteMessage_1(Verbose::EMessageType::Info, text); }
 
+/// Makes the abort file, as a watcher does, for the next message to find.
+void AskForBreak() {
+    IO::ToFile(Caching::Path() + "!Break(ID=1)", "wb", 0, true).Close();
+    // The file is looked for once in a tick of the clock.
+    for (const double now = Time::Get(); Time::Get() == now;) continue;
+}
+
 struct Subscribe {
     Factory::FactorySubscriber action;
 
@@ -29,11 +36,10 @@ const Subscribe actions[] = {
     {"UserAbort", [] { throw XUserAbort(); }},
     {"AbortTwice",
      [] {
-         IO::ToFile(Caching::Path() + "!Break(ID=1)", "wb", 0, true).Close();
-         // The file is looked for once in a tick of the clock.
-         for (const double now = Time::Get(); Time::Get() == now;) continue;
+         AskForBreak();
          throw XUserAbort();
      }},
+    {"AbortAtEnd", [] { AskForBreak(); }},
     {"Restart", [] { throw XRestartMe(); }},
     {"KmException", [] { throw KmException("In Test. Failed.", __FILE__, __LINE__); }},
     {"StdException", [] { throw std::runtime_error("failed"); }},

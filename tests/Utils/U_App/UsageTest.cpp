@@ -67,8 +67,8 @@ TEST(Usage, IsWrittenWithoutArguments) {
     EXPECT_EQ(end.exitCode, 0);
     Words actions = {"<DumpRegisteredActions>", "<Info>Action: Actions.KM.Dump.Settings, Version: V1</Info>",
                      "<Info>Action: Actions.KM.ToolPathGenerator, Version: V1.0</Info>"};
-    for (const char* name : {"AbortTwice", "Code", "Exception", "Int", "KmException", "Next", "None", "Ok", "Restart",
-                             "Span", "StdException", "UserAbort", "Value", "Where"})
+    for (const char* name : {"AbortAtEnd", "AbortTwice", "Code", "Exception", "Int", "KmException", "Next", "None",
+                             "Ok", "Restart", "Span", "StdException", "UserAbort", "Value", "Where"})
         actions.push_back(std::string("<Info>Action: Actions.Test.") + name + ", Version: V2.5</Info>");
     actions.push_back("</DumpRegisteredActions>");
     EXPECT_EQ(KM::Test::Log(end.output), Expected(KM_TOOL_CHILD, actions));

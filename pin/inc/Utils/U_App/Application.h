@@ -31,9 +31,9 @@ KM_API void Arguments(int argc, char** const argv);
 /// switches "/C", "/P", "/V" and "/T" do what the usage says. Otherwise all XML files on the command line are read into
 /// the settings, in their order, the services are configured, and the action that "Actions.Execute" names is run.
 ///
-/// Whatever that action throws becomes an exit code, see "Descriptors.ReturnCodes". What is thrown before it passes
-/// through: a broken configuration ("Bad XML File" or `std::length_error`, see Reader.h), a file that cannot be read or
-/// written (`IO::XFileIOError`), and `XUserAbort`.
+/// Whatever that action throws becomes an exit code, see "Descriptors.ReturnCodes". What is thrown before or behind it
+/// passes through, for the `main` to catch: a broken configuration ("Bad XML File" or `std::length_error`, see
+/// Reader.h), a file that cannot be read or written (`IO::XFileIOError`), and `XUserAbort`.
 KM_API int Run();
 
 /// What `Run` returns: 0 at its start, changed by the action or by how it ends.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "KmApi.h"
@@ -34,6 +35,9 @@ public:
     /// The same for the address of such a function.
     FactorySubscriber(const std::string& key, const std::string& version, void* action, const std::string& type,
                       const std::string& help, const std::string& file, const std::string& line);
+    /// A plain `nullptr`, which would fit both: refused in the same way.
+    FactorySubscriber(const std::string& key, const std::string& version, std::nullptr_t, const std::string& type,
+                      const std::string& help, const std::string& file, const std::string& line);
 };
 
 /// Whether the table has an action under exactly this key.
@@ -41,7 +45,8 @@ KM_API bool Exists(const std::string& key);
 
 /// Runs an action, as a task of the progress, in a session of its own (Session.h). `Application::Name` becomes the
 /// short name of the key with the version behind it, and the console's title too if "Console.WriteAppNameInConsoleTitle"
-/// is on. Exceptions of the action pass through; what is derived from `XNone` comes out as a plain `XNone`.
+/// is on, ahead of the action and again behind it. Exceptions of the action pass through; what is derived from `XNone`
+/// comes out as a plain `XNone`.
 ///
 /// A key that is not in the table leaves an `Error` in the log, and nothing else happens.
 KM_API void Run(const std::string& key);
