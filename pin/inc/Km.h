@@ -5,6 +5,7 @@
 #include "Facet/FlatMesh.h"
 #include "Facet/HostRecords.h"
 #include "Facet/LevelsOfDetail.h"
+#include "Facet/StlCheck.h"
 #include "Facet/StlFile.h"
 #include "Facet/StripHierarchy.h"
 #include "Facet/Strips.h"
