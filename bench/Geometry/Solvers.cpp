@@ -6,9 +6,9 @@
 
 #include "Geometry/Calls.h"
 #include "Geometry/GeometryBench.h"
-#include "Geometry/Polynomials.h"
 #include "Km.h"
 #include "Support/Numbers.h"
+#include "Support/Polynomials.h"
 
 namespace KM::Bench {
 namespace {
