@@ -4,6 +4,7 @@
 
 namespace KM::Bench {
 
+void MeasureLines();
 void MeasurePlanes();
 void MeasureSolvers();
 

@@ -4,6 +4,7 @@
 #include "Geometry/GeometryBench.h"
 
 int main() {
+    KM::Bench::MeasureLines();
     KM::Bench::MeasurePlanes();
     KM::Bench::MeasureSolvers();
 }
