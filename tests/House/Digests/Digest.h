@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
+
+#include "Support/Numbers.h"
 
 namespace KM::Test {
 
@@ -20,6 +23,15 @@ public:
         Add(items.data(), items.size());
     }
 
+    /// NaNs all count as one: their bits depend on the order in which a compiler takes operands.
+    void Add(double x) {
+        const double alike = std::isnan(x) ? NaN : x;
+        Add(&alike, 1);
+    }
+    void Add(const TPoint<double>& p) {
+        for (const double x : {p.X, p.Y, p.Z}) Add(x);
+    }
+
     std::uint64_t Value() const { return value_; }
 
 private:
@@ -32,5 +44,7 @@ void Print(const std::string& what, const Digest& digest);
 // One function a subsystem. Each prints a line for each of its results on each of its inputs.
 
 void PrintHostRoadDigests(const std::string& samples);
+void PrintLineDigests();
+void PrintPlaneAndSolverDigests();
 
 }  // namespace KM::Test
