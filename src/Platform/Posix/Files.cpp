@@ -1,6 +1,5 @@
 #include "Platform/Files.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -10,16 +9,12 @@
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <utility>
+
+#include "Platform/Posix/Handles.h"
 
 namespace KM::Platform {
 namespace {
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using Folder = std::unique_ptr<DIR, CloseFolder>;
 
 std::vector<std::string> NamesIn(const Folder& folder) {
     std::vector<std::string> names;
@@ -30,11 +25,8 @@ std::vector<std::string> NamesIn(const Folder& folder) {
     return names;
 }
 
-Folder OpenFolder(int parent, const char* name) {
-    const int descriptor = openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    DIR* const folder = descriptor >= 0 ? fdopendir(descriptor) : nullptr;
-    if (folder == nullptr && descriptor >= 0) close(descriptor);
-    return Folder(folder);
+Folder FolderAt(int parent, const char* name) {
+    return ListingOf(openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 struct Identity {
@@ -57,7 +49,7 @@ public:
     explicit TreeRemoval(const char* path) : path_(path) {}
 
     void Run() {
-        if (unlink(path_) == 0 || !Enter(OpenFolder(AT_FDCWD, path_))) return;
+        if (unlink(path_) == 0 || !Enter(FolderAt(AT_FDCWD, path_))) return;
         while (!open_.empty()) Step();
         rmdir(path_);
     }
@@ -78,8 +70,8 @@ private:
 
     /// Null for a folder that cannot be left again. It may not be searched then, so nothing in it could be deleted.
     Folder Inner(int parent, const char* name) const {
-        Folder folder = OpenFolder(parent, name);
-        if (folder == nullptr || !IsInnermost(OpenFolder(dirfd(folder.get()), ".."))) folder.reset();
+        Folder folder = FolderAt(parent, name);
+        if (folder == nullptr || !IsInnermost(FolderAt(dirfd(folder.get()), ".."))) folder.reset();
         if (folder == nullptr) unlinkat(parent, name, AT_REMOVEDIR);
         return folder;
     }
@@ -96,7 +88,7 @@ private:
     void Leave() {
         open_.pop_back();
         if (open_.empty()) return;
-        folder_ = OpenFolder(dirfd(folder_.get()), "..");
+        folder_ = FolderAt(dirfd(folder_.get()), "..");
         if (!IsInnermost(folder_)) return open_.clear();
         unlinkat(dirfd(folder_.get()), open_.back().names.back().c_str(), AT_REMOVEDIR);
         open_.back().names.pop_back();

@@ -7,6 +7,8 @@
 #include "Support/InChild.h"
 #include "Support/LogCapture.h"
 #include "Support/OnTerminal.h"
+#include "Utils/U_App/Services.h"
+#include "Utils/U_Debug/Exceptions.h"
 #include "Utils/U_IO/Processes.h"
 
 namespace KM::IO {
@@ -25,7 +27,9 @@ std::string Choose(const Items& items) {
     std::string end;
     try {
         end = "chosen " + std::to_string(Choice(items));
-    } catch (int thrown) { end = "thrown " + std::to_string(thrown); }
+    } catch (int thrown) {
+        end = "thrown " + std::to_string(thrown);
+    }
     std::string text;
     for (const std::string& line : log.Lines())
         if (line.find("Time") == std::string::npos) text += line + "\n";
@@ -72,6 +76,23 @@ TEST(Choice, KnowsTenKeys) {
     EXPECT_EQ(text.substr(text.size() - 8), "chosen 9");
 }
 
+TEST(Choice, StopsWhenTheUserWantsByOtherMeans) {
+    struct : Application::AbortEventPolicy {
+        bool operator()() const override { return true; }
+    } policy;
+    EXPECT_EQ(OnTerminal(" ",
+                         [&] {
+                             Application::Services::AbortEvent(policy);
+                             try {
+                                 Choice(Three);
+                             } catch (const XUserAbort&) {
+                                 return std::string("stopped");
+                             }
+                             return std::string("chosen");
+                         }),
+              "stopped");
+}
+
 TEST(Choice, OfNothingThrowsAnInt) { EXPECT_EQ(ChooseOnTerminal({}, "0"), "thrown 27"); }
 
 TEST(Choice, TerminalThatHangsUpThrowsAnInt) {
@@ -82,10 +103,8 @@ TEST(Choice, TerminalThatHangsUpThrowsAnInt) {
 TEST(Choice, WithoutTerminalThrowsAnInt) {
     const auto chooseWith = [](int input) {
         return InChild([input] {
-            if (input >= 0)
-                dup2(input, STDIN_FILENO);
-            else
-                close(STDIN_FILENO);
+            if (input >= 0) dup2(input, STDIN_FILENO);
+            else close(STDIN_FILENO);
             return Choose(Three);
         });
     };
