@@ -8,10 +8,10 @@
 namespace KM {
 namespace {
 
-void WriteNode(std::ostream& out, const PIN& mesh, std::size_t node) {
+void WriteNode(std::ostream& out, const PIN& mesh, int node) {
     const TPoint<double>& at = mesh.points[node];
     out << "    Node[" << node << "] = {Pt{X = " << at.X << ", Y = " << at.Y << ", Z = " << at.Z
-        << "}, AnEdgeIx = " << (node < mesh.p2e.size() ? mesh.p2e[node] : 0) << "}\n";
+        << "}, AnEdgeIx = " << (static_cast<std::size_t>(node) < mesh.p2e.size() ? mesh.p2e[node] : 0) << "}\n";
 }
 
 void WriteEdge(std::ostream& out, const PIN& mesh, int e, PreviousEdges<PIN>& previous) {
@@ -34,7 +34,7 @@ std::ostream& operator<<(std::ostream& out, const Edge& edge) {
 std::ostream& operator<<(std::ostream& out, const PIN& mesh) {
     PreviousEdges<PIN> previous(mesh);
     out << "\nPIN{\n";
-    for (std::size_t node = 0; node < mesh.points.size(); ++node) WriteNode(out, mesh, node);
+    for (int node = 0; IsNode(mesh, node); ++node) WriteNode(out, mesh, node);
     out << "\n";
     for (int e = 0; IsEdge(mesh, e); ++e) WriteEdge(out, mesh, e, previous);
     return out << "}";

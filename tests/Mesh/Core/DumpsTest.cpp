@@ -84,6 +84,18 @@ TEST(MeshDump, NumbersFollowTheStream) {
     EXPECT_EQ(text.str(), "\nPIN{\n    Node[0] = {Pt{X = 0.33, Y = -0.00, Z = inf}, AnEdgeIx = ff}\n\n}");
 }
 
+TEST(MeshDump, AStreamThatShowsPlusSignsShowsThemAtEachNumber) {
+    PIN mesh;
+    mesh.points = {{1, 2, 3}};
+    mesh.edges = {{-1, 0, 0}, {1, -1, 0}};
+    std::ostringstream text;
+    text << std::showpos << mesh;
+    EXPECT_EQ(text.str(),
+              "\nPIN{\n    Node[+0] = {Pt{X = +1, Y = +2, Z = +3}, AnEdgeIx = +0}\n\n"
+              "    Edge[+0] = Invalid\n"
+              "    Edge[+1] = {PE = +1, ME = +1, NE = +1, TE = -1, P0 = +0, P1 = +0}\n}");
+}
+
 TEST(MeshDump, LinksThatLeadNowhereReadMinusOne) {
     PIN mesh;
     mesh.edges = {{9, 9, 9}, {-2, -1, 0}, {3, -1, 0}, {-1, -1, -1}};
