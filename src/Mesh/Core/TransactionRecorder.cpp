@@ -1,7 +1,11 @@
 #include "Mesh/Core/TransactionRecorder.h"
 
+#include <cstddef>
+
 namespace KM {
 namespace {
+
+constexpr std::size_t BlockSize = 4096;
 
 /// Appends and returns the index.
 template <class Item>
@@ -18,27 +22,31 @@ const Item& Kept(const std::vector<Item>& items, std::int32_t index) {
 
 }  // namespace
 
-void PINTransactionRecorder::PopEdge(const Edge& edge) {
-    changes_.push_back({Kind::PopEdge, edge.NE, edge.TE, edge.P0});
-}
+void PINTransactionRecorder::PopEdge(const Edge& edge) { Append({Kind::PopEdge, edge.NE, edge.TE, edge.P0}); }
 void PINTransactionRecorder::MoveEdge(const Edge& overwritten, int from, int to) {
-    changes_.push_back({Kind::MoveEdge, Keep(edges_, overwritten), from, to});
+    Append({Kind::MoveEdge, Keep(edges_, overwritten), from, to});
 }
 void PINTransactionRecorder::MoveNode(const TPoint<double>& overwritten, int from, int to) {
-    changes_.push_back({Kind::MoveNode, Keep(points_, overwritten), from, to});
+    Append({Kind::MoveNode, Keep(points_, overwritten), from, to});
 }
-void PINTransactionRecorder::MergeNodes(int a, int b) { changes_.push_back({Kind::MergeNode, a, b, -1}); }
+void PINTransactionRecorder::MergeNodes(int a, int b) { Append({Kind::MergeNode, a, b, -1}); }
 void PINTransactionRecorder::SetTE(int edge, int oldValue, int newValue) {
-    changes_.push_back({Kind::SetTE, edge, oldValue, newValue});
+    Append({Kind::SetTE, edge, oldValue, newValue});
 }
 void PINTransactionRecorder::SetNE(int edge, int oldValue, int newValue) {
-    changes_.push_back({Kind::SetNE, edge, oldValue, newValue});
+    Append({Kind::SetNE, edge, oldValue, newValue});
 }
 void PINTransactionRecorder::SetP0(int edge, int oldValue, int newValue) {
-    changes_.push_back({Kind::SetP0, edge, oldValue, newValue});
+    Append({Kind::SetP0, edge, oldValue, newValue});
 }
 void PINTransactionRecorder::Invalidate(const Edge& edge, int index) {
-    changes_.push_back({Kind::EdgeInvalidate, Keep(edges_, edge), index, -1});
+    Append({Kind::EdgeInvalidate, Keep(edges_, edge), index, -1});
+}
+
+void PINTransactionRecorder::Append(const Change& change) {
+    // A block grows by doubling, so that a short recording stays small.
+    if (blocks_.empty() || blocks_.back().size() == BlockSize) blocks_.emplace_back();
+    blocks_.back().push_back(change);
 }
 
 template <class Play>
@@ -66,12 +74,14 @@ void PINTransactionRecorder::WithAction(const Change& change, Play play) const {
 
 template <class Play>
 void PINTransactionRecorder::Backward(Play play) const {
-    for (auto change = changes_.rbegin(); change != changes_.rend(); ++change) WithAction(*change, play);
+    for (auto block = blocks_.rbegin(); block != blocks_.rend(); ++block)
+        for (auto change = block->rbegin(); change != block->rend(); ++change) WithAction(*change, play);
 }
 
 template <class Play>
 void PINTransactionRecorder::Forward(Play play) const {
-    for (const Change& change : changes_) WithAction(change, play);
+    for (const std::vector<Change>& block : blocks_)
+        for (const Change& change : block) WithAction(change, play);
 }
 
 void PINTransactionRecorder::Undo(PIN& mesh, KsPinActionVisitor& listener) {

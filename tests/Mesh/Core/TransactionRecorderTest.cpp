@@ -10,6 +10,7 @@
 #include <random>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -216,6 +217,38 @@ TEST(TransactionRecorder, CopiesAreIndependentAndMovingEmpties) {
     EXPECT_EQ(log.lines, Lines());
     assigned.UndoVisitor(log);
     EXPECT_EQ(log.lines.size(), 9U);
+}
+
+// A host's stack of recorders must not copy millions of changes each time that it grows.
+TEST(TransactionRecorder, MovingNeverFails) {
+    EXPECT_TRUE(std::is_nothrow_move_constructible_v<PINTransactionRecorder>);
+    EXPECT_TRUE(std::is_nothrow_move_assignable_v<PINTransactionRecorder>);
+}
+
+TEST(TransactionRecorder, ALongRecordingKeepsItsOrder) {
+    PINTransactionRecorder recorder;
+    Lines redone;
+    const auto record = [&](int i) {
+        recorder.SetTE(0, i, i + 1);
+        redone.push_back("SetTERedo 0 " + std::to_string(i) + ' ' + std::to_string(i + 1));
+    };
+    for (int i = 0; i < 20000; ++i) record(i);
+    const PINTransactionRecorder early = recorder;
+    for (int i = 20000; i < 30000; ++i) record(i);
+    ReplayLog log;
+    recorder.RedoVisitor(log);
+    EXPECT_EQ(log.lines, redone);
+    log.lines.clear();
+    early.RedoVisitor(log);
+    EXPECT_EQ(log.lines, Lines(redone.begin(), redone.begin() + 20000));
+
+    PIN mesh = RightTriangle();
+    mesh.edges[0].TE = 30000;
+    Witness witness(mesh);
+    recorder.Undo(mesh, witness);
+    ASSERT_EQ(witness.seen.size(), 30000U);
+    EXPECT_TRUE(std::is_sorted(witness.seen.rbegin(), witness.seen.rend()));
+    EXPECT_EQ(mesh.edges[0].TE, 0);
 }
 
 TEST(TransactionRecorder, CompactEdgeComesBackWithDeadRecords) {
