@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <random>
 #include <set>
 #include <string>
@@ -574,6 +576,91 @@ TEST(TransactionRecorder, ColoursOfAListenerFollowEachRenumbering) {
         std::as_const(recorder).UndoVisitor(second);
         recorder.Undo(mesh, colours);
         EXPECT_EQ(painter.RightAndWrong(mesh, second), std::pair(survivors, 0));
+    }
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+
+/// The plain form of a recorder: an object for each change.
+struct Objects {
+    std::vector<std::shared_ptr<const KsPinAction>> actions;
+
+    void Undo(PIN& mesh, KsPinActionVisitor& listener) const {
+        for (auto action = actions.rbegin(); action != actions.rend(); ++action) {
+            (*action)->Undo(mesh);
+            (*action)->VisitorUndo(listener);
+        }
+    }
+    void Redo(PIN& mesh, KsPinActionVisitor& listener) const {
+        for (const auto& action : actions) {
+            action->Redo(mesh);
+            action->VisitorRedo(listener);
+        }
+    }
+};
+
+/// Reports a change that may fit no mesh, and makes the same one by hand.
+void ReportAnything(std::mt19937& random, PINTransactionRecorder& recorder, Objects& objects) {
+    const auto index = [&] { return random() % 12 == 0 ? -1 : static_cast<int>(random() % 70); };
+    const auto value = [&] { return static_cast<int>(random()); };
+    const auto add = [&](const auto& action) {
+        objects.actions.push_back(std::make_shared<std::decay_t<decltype(action)>>(action));
+    };
+    const Edge edge = {value(), value(), value()};
+    const TPoint<double> point(value(), random() % 2 == 0 ? -0.0 : NAN, value() * 1e300);
+    const int a = index();
+    const int b = index();
+    const int c = value();
+    switch (random() % 8) {
+        case 0:
+            recorder.PopEdge(edge);
+            return add(KsPinPopEdge(edge));
+        case 1:
+            recorder.MoveEdge(edge, a, b);
+            return add(KsPinMoveEdge(edge, a, b));
+        case 2:
+            recorder.MoveNode(point, a, b);
+            return add(KsPinMoveNode(point, a, b));
+        case 3:
+            recorder.MergeNodes(a, b);
+            return add(KsPinMergeNode(a, b));
+        case 4:
+            recorder.SetTE(a, b, c);
+            return add(KsPinSetTE(a, b, c));
+        case 5:
+            recorder.SetNE(a, b, c);
+            return add(KsPinSetNE(a, b, c));
+        case 6:
+            recorder.SetP0(a, b, c);
+            return add(KsPinSetP0(a, b, c));
+        default:
+            recorder.Invalidate(edge, a);
+            return add(KsPinEdgeInvalidate(edge, a));
+    }
+}
+
+TEST(TransactionRecorder, DoesWhatAnObjectForEachChangeDoes) {
+    for (unsigned seed = 0; seed < 500; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        std::mt19937 random(seed);
+        PINTransactionRecorder recorder;
+        Objects objects;
+        for (int i = 0; i < 60; ++i) ReportAnything(random, recorder, objects);
+        PIN mesh = RandomMesh(seed, 15);
+        PIN plain = mesh;
+        ReplayLog log;
+        ReplayLog plainLog;
+        for (int round = 0; round < 6; ++round) {
+            if (random() % 2 == 0) {
+                recorder.Undo(mesh, log);
+                objects.Undo(plain, plainLog);
+            } else {
+                recorder.Redo(mesh, log);
+                objects.Redo(plain, plainLog);
+            }
+            ASSERT_TRUE(SameRecords(mesh, plain));
+        }
+        EXPECT_EQ(log.lines, plainLog.lines);
     }
 }
 
