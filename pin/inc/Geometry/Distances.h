@@ -19,8 +19,7 @@ namespace KM {
 /// `t` is infinite or NaN.
 ///
 /// @param t  receives the parameter of the foot
-KM_API double DistPtLn(const TPoint<double>& a, const TPoint<double>& b, const TPoint<double>& p, double& t,
-                       bool in3D);
+KM_API double DistPtLn(const TPoint<double>& a, const TPoint<double>& b, const TPoint<double>& p, double& t, bool in3D);
 
 /// The same without the foot.
 KM_API double DistPtLn(const TPoint<double>& a, const TPoint<double>& b, const TPoint<double>& p, bool in3D);

@@ -12,8 +12,8 @@ namespace KM {
 /// @param t, u  receive the parameters of the crossing, or -1e20, both, where there is none
 /// @return      false if A equals B or C equals D in X and Y, exactly, or if the lines are parallel to the last bit; a
 ///              hair off parallel gives a crossing far away
-KM_API bool IntLineLine(double& t, double& u, const TPoint<double>& A, const TPoint<double>& B,
-                        const TPoint<double>& C, const TPoint<double>& D);
+KM_API bool IntLineLine(double& t, double& u, const TPoint<double>& A, const TPoint<double>& B, const TPoint<double>& C,
+                        const TPoint<double>& D);
 
 /// The point of AB, in 3D, over the crossing of the lines in XY. Where there is none the result is a meaningless point,
 /// -1e20 times the way from A to B; nothing else tells.

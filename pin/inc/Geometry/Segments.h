@@ -8,10 +8,11 @@ namespace KM {
 /// Whether the segments AB and CD meet as seen along Z.
 ///
 /// Each segment owns one of its ends and not the other, so that a crossing at the joint of a chain counts once: of two
-/// segments that follow each other, a line through their common point meets one. Segments that share an end point, Z
-/// included, are moved apart there by 1e-7 (C) or 2e-7 (D) along X and along Y before they are looked at, so
-/// neighbours in an outline do not meet at their joint; where the move leads across the other segment, they do. Segments
-/// that lie on one line do not meet.
+/// segments that follow each other, a line through their common point meets one. Segments on one line that share no end do not meet.
+///
+/// Where the segments share an end point, Z included, C is moved by 1e-7 or D by 2e-7, along X and along Y, before they are
+/// looked at. Most neighbours in an outline then do not meet at their joint; where the step leads across AB they do,
+/// and that is one in three if they run in all directions.
 ///
 /// @param t  receives the parameter of the meeting of the two lines on AB, 0 in A and 1 in B
 /// @param u  the same on CD. With false both hold what was found on the way: the crossing of the two lines outside the
