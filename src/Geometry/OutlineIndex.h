@@ -10,6 +10,42 @@
 
 namespace KM {
 
+/// A segment in XY, that tells what it cannot cross.
+class Way {
+public:
+    Way(const TPoint<double>& from, const TPoint<double>& to)
+        : from_(from), dx_(to.X - from.X), dy_(to.Y - from.Y), box_(Union(At(from), At(to))) {}
+
+    /// True if all of a box lies beyond the box of the way, or on one side of its line, so far off that neither rounding nor the
+    /// steps by which `IntSegmSegm` parts common ends bridge the gap.
+    bool IsOff(const PlaneBox& box) const {
+        if (!box_.Meets(box)) return true;
+        const double least = Offset(dy_ >= 0.0 ? box.minX : box.maxX, dx_ >= 0.0 ? box.maxY : box.minY);
+        const double most = Offset(dy_ >= 0.0 ? box.maxX : box.minX, dx_ >= 0.0 ? box.minY : box.maxY);
+        const double margin = Margin(std::max({std::fabs(box.minX - from_.X), std::fabs(box.maxX - from_.X),
+                                               std::fabs(box.minY - from_.Y), std::fabs(box.maxY - from_.Y)}));
+        return least > margin || most < -margin;
+    }
+
+    /// True if both points lie that far off on one side of the line.
+    bool IsOff(const TPoint<double>& a, const TPoint<double>& b) const {
+        const double margin = Margin(std::max({std::fabs(a.X - from_.X), std::fabs(b.X - from_.X),
+                                               std::fabs(a.Y - from_.Y), std::fabs(b.Y - from_.Y)}));
+        const double offsetA = Offset(a.X, a.Y);
+        const double offsetB = Offset(b.X, b.Y);
+        return (offsetA > margin && offsetB > margin) || (offsetA < -margin && offsetB < -margin);
+    }
+
+private:
+    /// The distance from the line times the length of the way, positive on its right.
+    double Offset(double x, double y) const { return (x - from_.X) * dy_ - (y - from_.Y) * dx_; }
+    double Margin(double span) const { return (1e-5 + 1e-12 * span) * (std::fabs(dx_) + std::fabs(dy_)); }
+
+    TPoint<double> from_;
+    double dx_, dy_;
+    PlaneBox box_;
+};
+
 /// Finds those segments of a polyline that come near a place, in order. The polyline grows, and is cut back, at its end.
 class OutlineIndex {
 public:
@@ -29,11 +65,11 @@ public:
         for (; node > 1; node /= 2) boxes_[node / 2] = node % 2 == 0 ? boxes_[node] : Union(boxes_[node - 1], boxes_[node]);
     }
 
-    /// The first segment before `end` that the test accepts, out of those that can reach `box` and some more; `end` if
+    /// The first segment before `end` that the test accepts, out of those that the way can cross and some more; `end` if
     /// there is none.
     template <class Test>
-    std::size_t FindFirst(std::size_t end, const PlaneBox& box, Test test) const {
-        return FindBelow(1, 0, leaves_ * LeafSize, end, box, test);
+    std::size_t FindFirst(std::size_t end, const Way& way, Test test) const {
+        return FindBelow(1, 0, leaves_ * LeafSize, end, way, test);
     }
 
 private:
@@ -52,17 +88,17 @@ private:
     }
 
     template <class Test>
-    std::size_t FindBelow(std::size_t node, std::size_t begin, std::size_t nodeEnd, std::size_t end, const PlaneBox& box,
+    std::size_t FindBelow(std::size_t node, std::size_t begin, std::size_t nodeEnd, std::size_t end, const Way& way,
                           Test& test) const {
-        if (begin >= end || !boxes_[node].Meets(box)) return end;
+        if (begin >= end || way.IsOff(boxes_[node])) return end;
         if (node >= leaves_) {
             for (std::size_t j = begin; j < std::min(nodeEnd, end); ++j)
                 if (test(j)) return j;
             return end;
         }
         const std::size_t middle = (begin + nodeEnd) / 2;
-        const std::size_t found = FindBelow(2 * node, begin, middle, end, box, test);
-        return found != end ? found : FindBelow(2 * node + 1, middle, nodeEnd, end, box, test);
+        const std::size_t found = FindBelow(2 * node, begin, middle, end, way, test);
+        return found != end ? found : FindBelow(2 * node + 1, middle, nodeEnd, end, way, test);
     }
 
     const std::vector<TPoint<double>>& outline_;

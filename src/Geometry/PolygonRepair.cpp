@@ -50,18 +50,20 @@ private:
     std::size_t FirstCrossed(const P& from, const P& to, P& crossing) const {
         const std::size_t none = points_.size();
         if (points_.size() <= 2 || !(DistanceSquaredInXY(from, to) > ShortestSquared)) return none;
+        const Way way(from, to);
         const auto isCrossed = [&](std::size_t j) {
             const P& a = points_[j];
             const P& b = points_[j + 1];
             double t = 0.0;
             double u = 0.0;
-            if (DistanceSquaredInXY(a, b) < ShortestSquared || !IntSegmSegm(t, u, from, to, a, b)) return false;
+            if (DistanceSquaredInXY(a, b) < ShortestSquared || way.IsOff(a, b) || Way(a, b).IsOff(from, to)) return false;
+            if (!IntSegmSegm(t, u, from, to, a, b)) return false;
             crossing = from + (to - from) * t;
             return true;
         };
         // The last segment ends where the way begins.
         const std::size_t end = points_.size() - 2;
-        const std::size_t found = index_.FindFirst(end, Union(At(from), At(to)), isCrossed);
+        const std::size_t found = index_.FindFirst(end, way, isCrossed);
         return found < end ? found : none;
     }
 

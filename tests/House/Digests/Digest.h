@@ -32,5 +32,6 @@ void Print(const std::string& what, const Digest& digest);
 // One function a subsystem. Each prints a line for each of its results on each of its inputs.
 
 void PrintHostRoadDigests(const std::string& samples);
+void PrintPolygonDigests();
 
 }  // namespace KM::Test
