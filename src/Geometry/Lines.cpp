@@ -15,24 +15,17 @@ bool AreSameInXY(const P& a, const P& b) { return a.X == b.X && a.Y == b.Y; }
 
 /// The end points on which the lines hang together.
 bool SnapToEnds(double& t, double& u, const P& B, const P& C, const P& D, const LineFrame& frame) {
-    const struct {
-        bool holds;
-        double t, u;
-    } snaps[] = {
-        {frame.c.X == 0.0 && frame.c.Y == 0.0, 0.0, 0.0},
-        // The Y of C and not of D: D stands square over A, and a C on the ray AB is then passed over. Geodesic windows are
-        // cut with this answer.
-        {frame.d.X == 0.0 && frame.c.Y == 0.0, 0.0, 1.0},
-        {AreSameInXY(B, D), 1.0, 1.0},
-        {AreSameInXY(B, C), 1.0, 0.0},
-    };
-    for (const auto& snap : snaps) {
-        if (!snap.holds) continue;
-        t = snap.t;
-        u = snap.u;
+    const auto snap = [&](double onAB, double onCD) {
+        t = onAB;
+        u = onCD;
         return true;
-    }
-    return false;
+    };
+    if (frame.c.X == 0.0 && frame.c.Y == 0.0) return snap(0.0, 0.0);
+    // The Y of C and not of D: D stands square over A, and a C on the ray AB is then passed over. Geodesic windows are
+    // cut with this answer.
+    if (frame.d.X == 0.0 && frame.c.Y == 0.0) return snap(0.0, 1.0);
+    if (AreSameInXY(B, D)) return snap(1.0, 1.0);
+    return AreSameInXY(B, C) && snap(1.0, 0.0);
 }
 
 }  // namespace

@@ -3,18 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "Support/HostilePoints.h"
 
 namespace KM {
 namespace {
 
-using Test::HostilePoints;
-using Test::SameBits;
-using P = TPoint<double>;
+using namespace Test;
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 const P None(-1e20, -1e20, -1e20);
 
 TEST(Circle3P2D, IsTheCentreInXY) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "Geometry/Distances.h"
 #include "Geometry/Lines.h"
@@ -13,11 +12,7 @@
 namespace KM {
 namespace {
 
-using Test::HostilePoints;
-using Test::SameBits;
-using P = TPoint<double>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+using namespace Test;
 
 TEST(GetSplinePoint, RunsFromAToC) {
     const P A(1, 2, 3), B(1, 0, 0), C(9, 8, 7), D(0, 1, 0);
@@ -38,7 +33,7 @@ TEST(GetSplinePoint, IsTheHermiteArc) {
     for (unsigned seed = 0; seed < 4000; seed += 4) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), D = next();
-        const double t = next.Uniform(-1.0, 2.0);
+        const double t = next.Between(-1.0, 2.0);
         const double s = 1.0 - t;
         const P hermite =
             A * ((1 + 2 * t) * s * s) + B * (4 * t * s * s) + C * (t * t * (3 - 2 * t)) + D * (4 * t * t * s);
@@ -97,7 +92,7 @@ TEST(Simplify, GivesTheErrorOfItsPoint) {
     for (unsigned seed = 0; seed < 8000; seed += 4) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), D = next();
-        const Tuple2<double, P> best = Simplify(A, B, C, D, next.Uniform(0.0, 2.0));
+        const Tuple2<double, P> best = Simplify(A, B, C, D, next.Between(0.0, 2.0));
         const double error = std::max(DistPtLn(A, best.Second, B, true), DistPtLn(best.Second, D, C, true));
         EXPECT_EQ(best.First, error) << seed;
         for (int k = 0; k <= 6; ++k) {
@@ -142,7 +137,7 @@ TEST(Simplify, AndGetSplinePointFollowThePlainRuleBitByBit) {
     for (unsigned seed = 0; seed < 40000; ++seed) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), D = next();
-        const double number = seed % 3 == 0 ? next.Number() : next.Uniform(0.0, 1.0);
+        const double number = seed % 3 == 0 ? next.Number() : next.Between(0.0, 1.0);
         const Tuple2<double, P> expected = PlainSimplify(A, B, C, D, number);
         const Tuple2<double, P> actual = Simplify(A, B, C, D, number);
         ASSERT_TRUE(SameBits(actual.First, expected.First)) << seed;

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "Support/HostilePoints.h"
@@ -11,11 +10,7 @@
 namespace KM {
 namespace {
 
-using Test::HostilePoints;
-using Test::SameBits;
-using P = TPoint<double>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+using namespace Test;
 
 // p             The line runs from a to b along X, so the right-hand side is that of negative Y.
 // |

@@ -3,18 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "Support/HostilePoints.h"
 
 namespace KM {
 namespace {
 
-using Test::HostilePoints;
-using Test::SameBits;
-using P = TPoint<double>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+using namespace Test;
 
 TEST(NearestPtOnLn, IsTheFootOnTheInfiniteLine) {
     EXPECT_EQ(NearestPtOnLn(P(0, 0, 0), P(2, 0, 0), P(1, 3, 4)), P(1, 0, 0));

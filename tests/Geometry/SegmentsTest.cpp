@@ -3,30 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <utility>
 
-#include "Support/HostilePoints.h"
+#include "Crossing.h"
 
 namespace KM {
 namespace {
 
-using Test::HostilePoints;
-using Test::SameBits;
-using P = TPoint<double>;
+using namespace Test;
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-
-struct Meeting {
-    bool isHit;
-    double t = NaN, u = NaN;
-};
-
-Meeting Meet(const P& A, const P& B, const P& C, const P& D) {
-    Meeting result{};
-    result.isHit = IntSegmSegm(result.t, result.u, A, B, C, D);
-    return result;
-}
+Crossing Meet(const P& A, const P& B, const P& C, const P& D) { return CrossingBy(IntSegmSegm, A, B, C, D); }
 
 TEST(IntSegmSegm, GivesTheParametersFromAToBAndFromCToD) {
     const P A(0, 0, 0), B(4, 0, 0), C(1, -1, 0), D(1, 3, 0);
@@ -37,18 +23,18 @@ TEST(IntSegmSegm, GivesTheParametersFromAToBAndFromCToD) {
                  {B, A, D, C, 0.75, 0.75}, {C, D, A, B, 0.25, 0.25}, {C, D, B, A, 0.25, 0.75},
                  {D, C, A, B, 0.75, 0.25}, {D, C, B, A, 0.75, 0.75}};
     for (const auto& c : cases) {
-        const Meeting meeting = Meet(c.A, c.B, c.C, c.D);
-        EXPECT_TRUE(meeting.isHit);
+        const Crossing meeting = Meet(c.A, c.B, c.C, c.D);
+        EXPECT_TRUE(meeting.isFound);
         EXPECT_EQ(meeting.t, c.t);
         EXPECT_EQ(meeting.u, c.u);
     }
 }
 
-TEST(IntSegmSegm, DoesNotLookAtZ) { EXPECT_TRUE(Meet(P(0, 0, 7), P(4, 0, -2), P(1, -1, 100), P(1, 3, NaN)).isHit); }
+TEST(IntSegmSegm, DoesNotLookAtZ) { EXPECT_TRUE(Meet(P(0, 0, 7), P(4, 0, -2), P(1, -1, 100), P(1, 3, NaN)).isFound); }
 
 TEST(IntSegmSegm, GivesTheCrossingOfTheLinesWhereTheSegmentsMiss) {
-    const Meeting meeting = Meet(P(0, 0, 0), P(4, 4, 0), P(3, 1, 0), P(5, -3, 0));
-    EXPECT_FALSE(meeting.isHit);
+    const Crossing meeting = Meet(P(0, 0, 0), P(4, 4, 0), P(3, 1, 0), P(5, -3, 0));
+    EXPECT_FALSE(meeting.isFound);
     EXPECT_DOUBLE_EQ(meeting.t, 7.0 / 12.0);
     EXPECT_DOUBLE_EQ(meeting.u, -1.0 / 3.0);
 }
@@ -58,8 +44,8 @@ TEST(IntSegmSegm, DoesNotLookAtLinesWhoseBoxesAreApart) {
     const std::pair<P, P> apart[] = {
         {P(5, 1, 0), P(6, 0, 0)}, {P(-1, 1, 0), P(-2, 0, 0)}, {P(1, 3, 0), P(2, 4, 0)}, {P(1, -3, 0), P(2, -4, 0)}};
     for (const auto& [C, D] : apart) {
-        const Meeting meeting = Meet(A, B, C, D);
-        EXPECT_FALSE(meeting.isHit);
+        const Crossing meeting = Meet(A, B, C, D);
+        EXPECT_FALSE(meeting.isFound);
         EXPECT_EQ(meeting.t, 0.5);
         EXPECT_EQ(meeting.u, 0.5);
     }
@@ -77,8 +63,8 @@ TEST(IntSegmSegm, FindsNothingOnUprightOrParallelSegments) {
     const std::pair<P, P> others[] = {{P(1, 0, 0), P(1, 0, 9)}, {P(1, 0, 0), P(3, 0, 0)}, {P(-1, 0, 0), P(3, 0, 0)}};
     for (const auto& [C, D] : others)
         for (const bool isFirst : {false, true}) {
-            const Meeting meeting = isFirst ? Meet(C, D, A, B) : Meet(A, B, C, D);
-            EXPECT_FALSE(meeting.isHit);
+            const Crossing meeting = isFirst ? Meet(C, D, A, B) : Meet(A, B, C, D);
+            EXPECT_FALSE(meeting.isFound);
             EXPECT_EQ(meeting.t, -1e20);
             EXPECT_EQ(meeting.u, -1e20);
         }
@@ -88,8 +74,8 @@ TEST(IntSegmSegm, DoesNotCountIdenticalSegments) {
     for (unsigned seed = 0; seed < 4000; seed += 4) {
         HostilePoints next(seed);
         const P A = next(), B = next();
-        EXPECT_FALSE(Meet(A, B, A, B).isHit) << seed;
-        EXPECT_FALSE(Meet(A, B, B, A).isHit) << seed;
+        EXPECT_FALSE(Meet(A, B, A, B).isFound) << seed;
+        EXPECT_FALSE(Meet(A, B, B, A).isFound) << seed;
     }
 }
 
@@ -98,20 +84,20 @@ TEST(IntSegmSegm, DoesNotCountIdenticalSegments) {
 // A --- B,C
 TEST(IntSegmSegm, DoesNotCountASharedEnd) {
     const P A(0, 0, 0), B(4, 0, 0), D(4, 3, 0);
-    EXPECT_FALSE(Meet(A, B, B, D).isHit);
-    EXPECT_FALSE(Meet(A, B, D, B).isHit);
-    EXPECT_FALSE(Meet(B, A, B, D).isHit);
-    EXPECT_FALSE(Meet(B, A, D, B).isHit);
-    EXPECT_FALSE(Meet(A, B, B, P(9, -7, 0)).isHit);
-    EXPECT_FALSE(Meet(A, B, A, P(-9, 7, 0)).isHit);
+    EXPECT_FALSE(Meet(A, B, B, D).isFound);
+    EXPECT_FALSE(Meet(A, B, D, B).isFound);
+    EXPECT_FALSE(Meet(B, A, B, D).isFound);
+    EXPECT_FALSE(Meet(B, A, D, B).isFound);
+    EXPECT_FALSE(Meet(A, B, B, P(9, -7, 0)).isFound);
+    EXPECT_FALSE(Meet(A, B, A, P(-9, 7, 0)).isFound);
 }
 
 // C moves up and to the right, whichever way the segments run. Where that takes it to the other side of AB than D, the
 // segments do meet, close to their joint.
 TEST(IntSegmSegm, CountsASharedEndWhoseMoveLeadsAcrossTheOtherSegment) {
     const P A(0, 0, 0), B(4, 0, 0);
-    const Meeting meeting = Meet(A, B, A, P(2, -3, 0));
-    EXPECT_TRUE(meeting.isHit);
+    const Crossing meeting = Meet(A, B, A, P(2, -3, 0));
+    EXPECT_TRUE(meeting.isFound);
     EXPECT_NEAR(meeting.t, 0.25e-7 * (1.0 + 2.0 / 3.0), 1e-10);
     EXPECT_NEAR(meeting.u, 1e-7 / 3.0, 1e-12);
     // D moves twice as far.
@@ -122,7 +108,7 @@ TEST(IntSegmSegm, MovesOnlyWhatIsSharedInAllCoordinates) {
     const P A(0, 0, 0), B(4, 0, 0);
     EXPECT_EQ(Meet(P(-1, 0, 0), B, P(0, 0, 0), P(0, 3, 0)).u, 0.0);
     // B and D agree in XY, not in Z: the crossing is that of the lines as they are.
-    const Meeting meeting = Meet(A, B, P(3, -1, 0), P(4, 0, 1));
+    const Crossing meeting = Meet(A, B, P(3, -1, 0), P(4, 0, 1));
     EXPECT_EQ(meeting.t, 1.0);
     EXPECT_EQ(meeting.u, 1.0);
 }
@@ -131,23 +117,23 @@ TEST(IntSegmSegm, MovesOnlyWhatIsSharedInAllCoordinates) {
 // one it runs upwards, as seen with that one running to the right.
 TEST(IntSegmSegm, OwnsTheFirstEndOfTheSegmentAndNotTheLast) {
     const P A(-1, 0, 0), B(1, 0, 0), foot(0, 0, 0), top(0, 1, 0);
-    EXPECT_TRUE(Meet(A, B, foot, top).isHit);
-    EXPECT_FALSE(Meet(A, B, top, foot).isHit);
+    EXPECT_TRUE(Meet(A, B, foot, top).isFound);
+    EXPECT_FALSE(Meet(A, B, top, foot).isFound);
 
     const P C(-1, -1, 0), D(1, 1, 0), left(-1, 1, 0), right(1, -1, 0);
-    EXPECT_TRUE(Meet(C, D, foot, left).isHit);
-    EXPECT_TRUE(Meet(C, D, left, foot).isHit);
-    EXPECT_FALSE(Meet(C, D, foot, right).isHit);
-    EXPECT_FALSE(Meet(C, D, right, foot).isHit);
+    EXPECT_TRUE(Meet(C, D, foot, left).isFound);
+    EXPECT_TRUE(Meet(C, D, left, foot).isFound);
+    EXPECT_FALSE(Meet(C, D, foot, right).isFound);
+    EXPECT_FALSE(Meet(C, D, right, foot).isFound);
 }
 
 TEST(IntSegmSegm, LetsTheSecondSegmentDecideNearAnEndOfTheFirst) {
     // Seen along the second segment, upwards, the first lies to its left or to its right; it owns its right-hand end.
     const P low(0, -1, 0), high(0, 1, 0), foot(0, 0, 0), left(-2, 0, 0), right(2, 0, 0);
-    EXPECT_TRUE(Meet(left, foot, low, high).isHit);
-    EXPECT_TRUE(Meet(foot, left, low, high).isHit);
-    EXPECT_FALSE(Meet(right, foot, low, high).isHit);
-    EXPECT_FALSE(Meet(foot, right, low, high).isHit);
+    EXPECT_TRUE(Meet(left, foot, low, high).isFound);
+    EXPECT_TRUE(Meet(foot, left, low, high).isFound);
+    EXPECT_FALSE(Meet(right, foot, low, high).isFound);
+    EXPECT_FALSE(Meet(foot, right, low, high).isFound);
 }
 
 TEST(IntSegmSegm, CountsTheJointOfAChainOnce) {
@@ -157,7 +143,7 @@ TEST(IntSegmSegm, CountsTheJointOfAChainOnce) {
         const double angle = 1.0 + 0.04 * i;
         const P way(std::cos(angle), std::sin(angle), 0);
         const int hits =
-            Meet(way * -2.0, way * 2.0, left, joint).isHit + Meet(way * -2.0, way * 2.0, joint, right).isHit;
+            Meet(way * -2.0, way * 2.0, left, joint).isFound + Meet(way * -2.0, way * 2.0, joint, right).isFound;
         EXPECT_EQ(hits, 1) << i;
     }
 }
@@ -166,10 +152,10 @@ TEST(IntSegmSegm, DoesNotDependOnTheOrderWithinTheFirstSegment) {
     for (unsigned seed = 0; seed < 8000; seed += 4) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), D = next();
-        const Meeting there = Meet(A, B, C, D), back = Meet(B, A, C, D), exchanged = Meet(C, D, A, B);
-        EXPECT_EQ(there.isHit, back.isHit) << seed;
-        EXPECT_EQ(there.isHit, exchanged.isHit) << seed;
-        if (!there.isHit) continue;
+        const Crossing there = Meet(A, B, C, D), back = Meet(B, A, C, D), exchanged = Meet(C, D, A, B);
+        EXPECT_EQ(there.isFound, back.isFound) << seed;
+        EXPECT_EQ(there.isFound, exchanged.isFound) << seed;
+        if (!there.isFound) continue;
         EXPECT_NEAR(there.t, 1.0 - back.t, 1e-12) << seed;
         const P apart = A + (B - A) * there.t - (C + (D - C) * there.u);
         EXPECT_LT(std::hypot(apart.X, apart.Y), 1e-10) << seed;
@@ -184,7 +170,7 @@ TEST(IntSegmSegm, SeesWhetherTheEndsLieOnBothSides) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), D = next();
         const bool isHit = side(A, B, C) * side(A, B, D) < 0.0 && side(C, D, A) * side(C, D, B) < 0.0;
-        EXPECT_EQ(Meet(A, B, C, D).isHit, isHit) << seed;
+        EXPECT_EQ(Meet(A, B, C, D).isFound, isHit) << seed;
     }
 }
 
@@ -243,12 +229,9 @@ TEST(IntSegmSegm, FollowsThePlainRuleBitByBit) {
         const P A = next(), B = next(), C = next();
         const P ends[] = {next(), A, B};
         for (const P& D : ends) {
-            double t = NaN, u = NaN;
-            const bool isHit = PlainIntSegmSegm(t, u, A, B, C, D);
-            const Meeting actual = Meet(A, B, C, D);
-            ASSERT_EQ(actual.isHit, isHit) << seed;
-            ASSERT_TRUE(SameBits(actual.t, t) && SameBits(actual.u, u)) << seed;
-            hits += isHit;
+            const Crossing expected = CrossingBy(PlainIntSegmSegm, A, B, C, D);
+            ASSERT_TRUE(SameBits(Meet(A, B, C, D), expected)) << seed;
+            hits += expected.isFound;
         }
     }
     EXPECT_GT(hits, 10000);

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "Geometry/Solver.h"
 #include "Support/HostilePoints.h"
@@ -12,11 +11,7 @@
 namespace KM {
 namespace {
 
-using Test::HostilePoints;
-using Test::SameBits;
-using P = TPoint<double>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+using namespace Test;
 
 /// What a function wrote, and how many it said it wrote.
 struct Hits {
@@ -83,7 +78,7 @@ TEST(IntSegmSphere, PutsItsPointsOnTheSphere) {
     for (unsigned seed = 0; seed < 8000; seed += 4) {
         HostilePoints next(seed);
         const P A = next(), B = next(), centre = next();
-        const double radius = next.Uniform(1.0, 12.0);
+        const double radius = next.Between(1.0, 12.0);
         const Hits hits = Sphere(A, B, centre, radius);
         for (int i = 0; i < hits.count; ++i)
             EXPECT_NEAR(Length(A + (B - A) * hits.t[i] - centre), radius, 1e-4) << seed;
@@ -136,8 +131,8 @@ TEST(IntSegmCylinder, UsesTheAxisVectorAsItComes) {
 TEST(IntSegmCylinder, TakesZForASegmentThatIsAPoint) {
     const Hits hits = Tube(P(1, 0, 1), P(1, 0, 1), Foot, Top, 2.0);
     EXPECT_EQ(hits.count, 2);
-    EXPECT_EQ(hits.t[0], -std::numeric_limits<double>::infinity());
-    EXPECT_EQ(hits.t[1], std::numeric_limits<double>::infinity());
+    EXPECT_EQ(hits.t[0], -Infinity);
+    EXPECT_EQ(hits.t[1], Infinity);
 }
 
 double DistanceFromAxis(const P& p, const P& C, const P& unit) { return Length((p - C) - unit * Dot(p - C, unit)); }
@@ -147,7 +142,7 @@ TEST(IntSegmCylinder, PutsItsPointsOnTheCylinder) {
     for (unsigned seed = 0; seed < 8000; seed += 4) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), unit = SafeUnit(next());
-        const double radius = next.Uniform(1.0, 12.0);
+        const double radius = next.Between(1.0, 12.0);
         if (Length(Cross(SafeUnit(B - A), unit)) < 0.01) continue;
         const Hits hits = Tube(A, B, C, C + unit, radius);
         if (hits.count == 0) continue;
@@ -289,7 +284,7 @@ TEST(IntSegmCylinderFinite, AndTheInfiniteOneFollowThePlainRuleBitByBit) {
     for (unsigned seed = 0; seed < 80000; ++seed) {
         HostilePoints next(seed);
         const P A = next(), B = next(), C = next(), D = next();
-        const double radius = seed % 3 == 0 ? next.Number() : next.Uniform(0.0, 8.0);
+        const double radius = seed % 3 == 0 ? next.Number() : next.Between(0.0, 8.0);
         for (const bool isCapped : {false, true}) {
             Hits expected;
             expected.count =
@@ -308,7 +303,7 @@ TEST(IntSegmSphere, FollowsThePlainRuleBitByBit) {
     for (unsigned seed = 0; seed < 40000; ++seed) {
         HostilePoints next(seed);
         const P A = next(), B = next(), centre = next();
-        const double R = seed % 3 == 0 ? next.Number() : next.Uniform(0.0, 8.0);
+        const double R = seed % 3 == 0 ? next.Number() : next.Between(0.0, 8.0);
         const P f(A.X - centre.X, A.Y - centre.Y, A.Z - centre.Z);
         const P e(B.X - centre.X - f.X, B.Y - centre.Y - f.Y, B.Z - centre.Z - f.Z);
         Hits expected;
