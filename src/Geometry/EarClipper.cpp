@@ -15,25 +15,6 @@ namespace {
 using P = TPoint<double>;
 using Triangles = std::vector<std::vector<int>>;
 
-/// True where no product of differences can overflow, so that no test gives a NaN.
-bool IsTame(const P& p) {
-    constexpr double most = 1e150;
-    return std::fabs(p.X) <= most && std::fabs(p.Y) <= most;
-}
-
-/// True if all coordinates, where they are tame, are multiples of one step, and so few of it that differences, products
-/// and areas are exact: outlines on a grid of pixels, or of quarters of a millimetre.
-bool LieOnGrid(const std::vector<P>& points) {
-    double most = 0.0;
-    for (const P& p : points)
-        if (IsTame(p)) most = std::max({most, std::fabs(p.X), std::fabs(p.Y)});
-    if (most < 1e-100 || most > 1e100) return most == 0.0;
-    const double perStep = std::ldexp(1.0, 24 - std::ilogb(most));  // 25 bits: a product of two differences has 52
-    const auto isOnGrid = [&](double v) { return v * perStep == std::trunc(v * perStep); };
-    return std::all_of(points.begin(), points.end(),
-                       [&](const P& p) { return !IsTame(p) || (isOnGrid(p.X) && isOnGrid(p.Y)); });
-}
-
 /// Who waits for which point: an ear that a point blocks need not be looked at again before that point is cut off.
 class Waiters {
 public:
@@ -74,39 +55,66 @@ private:
 /// The outline: a ring of those of its points that have not been cut off yet.
 class Outline {
 public:
+    struct Vertex {
+        double X, Y;
+        int next;  ///< -1 for one that has been cut off
+        int previous;
+    };
+
     Outline(const std::vector<P>& polygon, bool isReversed)
-        : polygon_(polygon), isReversed_(isReversed), count_(static_cast<int>(polygon.size())), links_(polygon.size()) {
-        for (int i = 0; i < count_; ++i) links_[i] = {i + 1, i - 1};
-        links_.front().previous = count_ - 1;
-        links_.back().next = 0;
+        : isReversed_(isReversed), count_(static_cast<int>(polygon.size())) {
+        vertices_.reserve(polygon.size());
+        for (int i = 0; i < count_; ++i) {
+            const P& p = polygon[isReversed ? count_ - 1 - i : i];
+            vertices_.push_back({p.X, p.Y, i + 1, i - 1});
+        }
+        vertices_.front().previous = count_ - 1;
+        vertices_.back().next = 0;
     }
 
-    int Bound() const { return static_cast<int>(links_.size()); }
+    int Bound() const { return static_cast<int>(vertices_.size()); }
     int Count() const { return count_; }
-    int Next(int i) const { return links_[i].next; }
-    int Previous(int i) const { return links_[i].previous; }
-    bool IsAlive(int i) const { return links_[i].next != -1; }
-    /// The place of a point in the polygon.
+    int Next(int i) const { return vertices_[i].next; }
+    int Previous(int i) const { return vertices_[i].previous; }
+    bool IsAlive(int i) const { return vertices_[i].next != -1; }
+    const Vertex& At(int i) const { return vertices_[i]; }
+    const std::vector<Vertex>& Vertices() const { return vertices_; }
+    /// The place of a vertex in the polygon.
     int Place(int i) const { return isReversed_ ? Bound() - 1 - i : i; }
-    const P& At(int i) const { return polygon_[Place(i)]; }
 
     void Remove(int i) {
-        links_[links_[i].previous].next = links_[i].next;
-        links_[links_[i].next].previous = links_[i].previous;
-        links_[i].next = -1;
+        Vertex& vertex = vertices_[i];
+        vertices_[vertex.previous].next = vertex.next;
+        vertices_[vertex.next].previous = vertex.previous;
+        vertex.next = -1;
         --count_;
     }
 
 private:
-    struct Link {
-        int next, previous;
-    };
-
-    const std::vector<P>& polygon_;
     bool isReversed_;
     int count_;
-    std::vector<Link> links_;
+    std::vector<Vertex> vertices_;
 };
+
+/// True where no product of differences can overflow, so that no test gives a NaN.
+bool IsTame(const Outline::Vertex& p) {
+    constexpr double most = 1e150;
+    return std::fabs(p.X) <= most && std::fabs(p.Y) <= most;
+}
+
+/// True if all coordinates, where they are tame, are multiples of one step, and so few of it that differences, products
+/// and areas are exact: outlines on a grid of pixels, or of quarters of a millimetre.
+bool LiesOnGrid(const Outline& outline) {
+    double most = 0.0;
+    for (const Outline::Vertex& p : outline.Vertices())
+        if (IsTame(p)) most = std::max({most, std::fabs(p.X), std::fabs(p.Y)});
+    if (most < 1e-100 || most > 1e100) return most == 0.0;
+    const double perStep = std::ldexp(1.0, 24 - std::ilogb(most));  // 25 bits: a product of two differences has 52
+    const auto isOnGrid = [&](double v) { return v * perStep == static_cast<double>(static_cast<int>(v * perStep)); };
+    return std::all_of(outline.Vertices().begin(), outline.Vertices().end(), [&](const Outline::Vertex& p) {
+        return !IsTame(p) || (isOnGrid(p.X) && isOnGrid(p.Y));
+    });
+}
 
 /// Walks round the outline, again and again, and cuts off what it meets that can be cut. Corners are named by the point A
 /// before them. A walk that went to each would take many rounds, and a round for nothing at the end; so corners that are
@@ -169,8 +177,9 @@ void CutStraightCorners(Outline& outline, Triangles& triangles) {
 /// Cuts off ears: corners that turn left and that no point of the outline blocks.
 class EarFinder {
 public:
-    EarFinder(Outline& outline, const std::vector<P>& polygon)
-        : outline_(outline), isOnGrid_(LieOnGrid(polygon)), waiters_(polygon.size()), tree_(Tame(), outline.Bound()) {}
+    explicit EarFinder(const Outline& outline)
+        : outline_(outline), isOnGrid_(LiesOnGrid(outline)), waiters_(outline.Vertices().size()),
+          tree_(Tame(), outline.Bound()) {}
 
     bool IsEar(int a) {
         waiters_.Leave(a);
@@ -200,7 +209,7 @@ private:
         tame.reserve(static_cast<std::size_t>(outline_.Count()));
         for (int i = 0; i < outline_.Bound(); ++i) {
             if (!outline_.IsAlive(i)) continue;
-            const P& p = outline_.At(i);
+            const Outline::Vertex& p = outline_.At(i);
             if (IsTame(p)) {
                 tame.push_back({p.X, p.Y, i});
             } else {
@@ -211,9 +220,9 @@ private:
     }
 
     int FindBlocker(int a, int b, int c, double turn) const {
-        const P& A = outline_.At(a);
-        const P& B = outline_.At(b);
-        const P& C = outline_.At(c);
+        const Outline::Vertex& A = outline_.At(a);
+        const Outline::Vertex& B = outline_.At(b);
+        const Outline::Vertex& C = outline_.At(c);
         const EarRegion region(A, B, C);
         const auto blocks = [&](int v) {
             return v != a && v != b && v != c && outline_.IsAlive(v) && region.Contains(outline_.At(v).X, outline_.At(v).Y);
@@ -239,7 +248,7 @@ private:
     /// area * e / size, for a point that is e outside the box of a triangle of that size, and is computed with an error
     /// below 20 u * size * (size + e), u being 2^-53. So with a thousandth of the size for e, triangles thicker than
     /// 1e-11 are safe by a good margin; for needles no box is drawn.
-    PlaneBox BoxOf(const P& A, const P& B, const P& C, double area) const {
+    PlaneBox BoxOf(const Outline::Vertex& A, const Outline::Vertex& B, const Outline::Vertex& C, double area) const {
         constexpr double all = std::numeric_limits<double>::max();
         const PlaneBox box = {std::min({A.X, B.X, C.X}), std::min({A.Y, B.Y, C.Y}), std::max({A.X, B.X, C.X}),
                               std::max({A.Y, B.Y, C.Y})};
@@ -250,18 +259,18 @@ private:
         return {box.minX - margin, box.minY - margin, box.maxX + margin, box.maxY + margin};
     }
 
-    Outline& outline_;
+    const Outline& outline_;
     bool isOnGrid_;
     Waiters waiters_;
     std::vector<int> wild_;
     VertexTree tree_;
 };
 
-void CutEars(Outline& outline, const std::vector<P>& polygon, Triangles& triangles) {
+void CutEars(Outline& outline, Triangles& triangles) {
     Walk walk(outline, triangles);
     for (int a = 0; a < outline.Bound(); ++a)
         if (outline.IsAlive(a)) walk.Open(a);
-    EarFinder ears(outline, polygon);
+    EarFinder ears(outline);
     walk.Run([&](int a) { return ears.IsEar(a); }, [&](int b) { ears.Forget(b, walk); }, true);
 }
 
@@ -272,7 +281,7 @@ void ClipEars(const std::vector<P>& polygon, bool isReversed, Triangles& triangl
     triangles.reserve(std::max(triangles.size() + polygon.size() - 2, 2 * triangles.size()));
     Outline outline(polygon, isReversed);
     CutStraightCorners(outline, triangles);
-    if (outline.Count() >= 3) CutEars(outline, polygon, triangles);
+    if (outline.Count() >= 3) CutEars(outline, triangles);
 }
 
 }  // namespace KM

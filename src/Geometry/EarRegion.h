@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Geometry/Planar.h"
-#include "Geometry/Point.h"
 
 namespace KM {
 
@@ -11,7 +10,9 @@ namespace KM {
 /// points are cut thanks to that.
 class EarRegion {
 public:
-    EarRegion(const TPoint<double>& A, const TPoint<double>& B, const TPoint<double>& C)
+    /// @tparam Place  has an X and a Y
+    template <class Place>
+    EarRegion(const Place& A, const Place& B, const Place& C)
         : ab_{A.X, A.Y, B.X - A.X, B.Y - A.Y}, bc_{C.X, C.Y, C.X - B.X, C.Y - B.Y}, ca_{C.X, C.Y, A.X - C.X, A.Y - C.Y} {}
 
     // Each comparison is written so that a NaN blocks: hosts count on the triangles that come of it.

@@ -35,7 +35,8 @@ inline double DistanceSquaredInXY(const TPoint<double>& a, const TPoint<double>&
 }
 
 /// How an outline turns at B, between A and C: twice the area of the triangle, negative for a turn to the left.
-inline double TurnAt(const TPoint<double>& A, const TPoint<double>& B, const TPoint<double>& C) {
+template <class Place>
+double TurnAt(const Place& A, const Place& B, const Place& C) {
     return (A.X - B.X) * (C.Y - B.Y) - (A.Y - B.Y) * (C.X - B.X);
 }
 

@@ -6,21 +6,20 @@
 #include <array>
 #include <cmath>
 #include <cstring>
-#include <limits>
 
 #include "Geometry/Polygons.h"
 #include "Geometry/Triangulation.h"
 #include "KmHost.h"
+#include "Support/Numbers.h"
 #include "Support/Polygons.h"
 
 namespace KM {
 namespace {
 
+using KM::Test::NaN;
 using P = TPoint<double>;
 using Polygon = std::vector<KsPoint>;
 using Indices = std::vector<int>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
 const Polygon Square{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
 

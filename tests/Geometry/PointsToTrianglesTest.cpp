@@ -9,6 +9,7 @@
 #include <set>
 
 #include "Support/LogCapture.h"
+#include "Support/Numbers.h"
 #include "Support/PointClouds.h"
 
 namespace KM {
@@ -18,9 +19,6 @@ using PointsToTrianglesHelper::Tesselate3D;
 using namespace Test;
 using P = TPoint<double>;
 using Neighbours = std::vector<std::vector<int>>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Inf = std::numeric_limits<double>::infinity();
 
 std::vector<int> Surface(const std::vector<P>& points, const Neighbours& neighbours) {
     std::vector<int> triangles;
@@ -139,7 +137,7 @@ TEST(Tesselate3D, EndsOnAnyNeighboursAndPoints) {
         const int range = seed % 2 == 0 ? 4 : 1000;
         std::vector<P> points;
         const auto number = [&] {
-            if (seed % 5 == 0 && random() % 20 == 0) return random() % 2 == 0 ? NaN : Inf;
+            if (seed % 5 == 0 && random() % 20 == 0) return random() % 2 == 0 ? NaN : Infinity;
             return static_cast<double>(random() % range);
         };
         for (int i = 0; i < count; ++i) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "Geometry/PlainPolygons.h"
 #include "Geometry/Polygons.h"
@@ -17,9 +16,6 @@ using namespace PointsUtils;
 using namespace Test;
 using P = TPoint<double>;
 using Polygon = std::vector<P>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Inf = std::numeric_limits<double>::infinity();
 
 void ExpectAsPlain(const Polygon& polygon) {
     Polygon result;
@@ -95,7 +91,7 @@ TEST(MakePolygonNonSelfIntersecting, IsThePlainRuleOnRandomWalks) {
         P at;
         Polygon walk;
         for (int i = 0; i < 200; ++i) {
-            at += P(random.Uniform(-1.0, 1.5), random.Uniform(-1.0, 1.0), random.Uniform(-1.0, 1.0)) * scale;
+            at += P{random.Between(-1.0, 1.5), random.Between(-1.0, 1.0), random.Between(-1.0, 1.0)} * scale;
             walk.push_back(at);
         }
         ExpectAsPlain(walk);
@@ -112,8 +108,8 @@ TEST(MakePolygonNonSelfIntersecting, IsThePlainRuleOnWhatNearlyTouches) {
         const double scale = std::pow(10.0, static_cast<double>(seed % 7) - 2.0);
         Polygon passes;
         for (int i = 0; i < 30; ++i) {
-            const double x = random.Below(2) == 0 ? static_cast<double>(i % 2) : random.Uniform(0.0, 1.0);
-            passes.push_back(P(x, x * 0.3 + gap * random.Uniform(-1.0, 1.0), 0.0) * scale);
+            const double x = random.Below(2) == 0 ? static_cast<double>(i % 2) : random.Between(0.0, 1.0);
+            passes.push_back(P(x, x * 0.3 + gap * random.Between(-1.0, 1.0), 0.0) * scale);
         }
         ExpectAsPlain(passes);
         if (HasFatalFailure()) return;
@@ -125,7 +121,7 @@ TEST(MakePolygonNonSelfIntersecting, EndsOnLongInput) {
     EXPECT_FALSE(MakePolygonNonSelfIntersecting(Polygon(100000, P(1, 2, 3)), result));
     EXPECT_EQ(result.size(), 100001u);
     EXPECT_FALSE(MakePolygonNonSelfIntersecting(Polygon(100000, P(NaN, 2, 3)), result));
-    EXPECT_FALSE(MakePolygonNonSelfIntersecting(Polygon(100000, P(Inf, -Inf, Inf)), result));
+    EXPECT_FALSE(MakePolygonNonSelfIntersecting(Polygon(100000, P(Infinity, -Infinity, Infinity)), result));
     EXPECT_FALSE(MakePolygonNonSelfIntersecting(Comb(20000), result));
     EXPECT_EQ(result.size(), 80003u);
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 
 #include "Support/HostilePoints.h"
 #include "Support/Polygons.h"
@@ -14,8 +13,6 @@ using namespace PointsUtils;
 using namespace Test;
 using P = TPoint<double>;
 using Polygon = std::vector<P>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 
 const Polygon CounterClockwiseSquare{P(0, 0, 0), P(1, 0, 0), P(1, 1, 0), P(0, 1, 0)};
 const Polygon ClockwiseSquare = Reversed(CounterClockwiseSquare);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 
 #include "Support/HostilePoints.h"
 #include "Support/Polygons.h"
@@ -14,9 +13,6 @@ namespace {
 using namespace Test;
 using P = TPoint<double>;
 using Polyline = std::vector<P>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Inf = std::numeric_limits<double>::infinity();
 
 const Polyline Square{P(0, 0, 0), P(1, 0, 0), P(1, 1, 0), P(0, 1, 0), P(0, 0, 0)};
 const Polyline Open{P(0, 0, 0), P(1, 0, 0), P(1, 3, 0)};
@@ -88,7 +84,7 @@ TEST(T2NT, GivesTheSamePlaceWhicheverWayItCame) {
         HostilePoints random(seed);
         const T2NT walked(polyline, seed % 2 == 0);
         for (int i = 0; i < 100; ++i) {
-            const double t = random.Uniform(0.0, 1.0);
+            const double t = random.Between(0.0, 1.0);
             const ParametricPoint fresh = T2NT(polyline, seed % 2 == 0)(t);
             const ParametricPoint place = walked(t);
             EXPECT_NEAR(place.segment + place.t, fresh.segment + fresh.t, 1e-9);
@@ -102,7 +98,7 @@ TEST(T2NT, StaysOnThePolylineWhateverItIsGiven) {
         Polyline polyline = RandomOutline(seed, static_cast<int>(seed % 9));
         if (seed % 3 == 0 && !polyline.empty()) polyline.push_back(P(polyline[0]));
         const T2NT places(polyline, seed % 2 == 0);
-        for (const double t : {0.5, NaN, Inf, -Inf, 1e300, -1e300, 0.1, 0.9, -0.0}) {
+        for (const double t : {0.5, NaN, Infinity, -Infinity, 1e300, -1e300, 0.1, 0.9, -0.0}) {
             const ParametricPoint place = places(t);
             EXPECT_EQ(place.path, 0u);
             EXPECT_LT(place.segment, std::max<std::size_t>(polyline.size(), 2) - 1);

@@ -4,11 +4,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <set>
 
 #include "Geometry/PlainPolygons.h"
 #include "Geometry/Polygons.h"
+#include "Support/Numbers.h"
 #include "Support/Polygons.h"
 
 namespace KM {
@@ -19,9 +19,6 @@ using namespace Test;
 using P = TPoint<double>;
 using Polygon = std::vector<P>;
 using Triangles = std::vector<std::vector<int>>;
-
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Inf = std::numeric_limits<double>::infinity();
 
 Triangles Concave(const Polygon& polygon) {
     Triangles triangles;
@@ -86,7 +83,7 @@ TEST(TriangulateConcavePolygon, TurnsTrianglesLeftWhicheverWayThePolygonRuns) {
 }
 
 TEST(TriangulateConcavePolygon, ReadsNoHeights) {
-    EXPECT_EQ(Concave({P(0, 0, NaN), P(1, 0, 5), P(1, 1, -Inf), P(0, 1, 1e300)}), (Triangles{{0, 1, 2}, {0, 2, 3}}));
+    EXPECT_EQ(Concave({P(0, 0, NaN), P(1, 0, 5), P(1, 1, -Infinity), P(0, 1, 1e300)}), (Triangles{{0, 1, 2}, {0, 2, 3}}));
 }
 
 TEST(TriangulateConcavePolygon, CutsThreePointsOnALineOnce) {
@@ -201,7 +198,7 @@ TEST(TriangulateConcavePolygon, IsThePlainRuleWhereCoordinatesAreNotFinite) {
     for (unsigned seed = 0; seed < 1000; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
         Polygon polygon = StarShaped(seed, 40);
-        const double values[] = {NaN, Inf, -Inf, 1e308, -1e308, 1e200};
+        const double values[] = {NaN, Infinity, -Infinity, 1e308, -1e308, 1e200};
         for (unsigned i = 0; i < 1 + seed % 5; ++i) {
             P& p = polygon[(seed * 7 + i * 11) % 40];
             ((seed + i) % 3 == 0 ? p.X : p.Y) = values[(seed / 3 + i) % 6];
@@ -214,7 +211,7 @@ TEST(TriangulateConcavePolygon, IsThePlainRuleWhereCoordinatesAreNotFinite) {
 TEST(TriangulateConcavePolygon, EndsOnLongInputWithoutArea) {
     EXPECT_EQ(Concave(Polygon(100000, P(1, 2, 3))).size(), 99998u);
     EXPECT_TRUE(Concave(Polygon(100000, P(NaN, NaN, NaN))).empty());
-    EXPECT_TRUE(Concave(Polygon(100000, P(Inf, 0, 0))).empty());
+    EXPECT_TRUE(Concave(Polygon(100000, P(Infinity, 0, 0))).empty());
     Polygon line;
     for (int i = 0; i < 300000; ++i) line.push_back(P(i, 2.0 * i, 0));
     EXPECT_EQ(Concave(line).size(), 299998u);

@@ -105,7 +105,7 @@ Outline RandomOutline(unsigned seed, int count) {
 Outline StarShaped(unsigned seed, int count) {
     HostilePoints random(seed);
     Outline outline;
-    for (int i = 0; i < count; ++i) outline.push_back(Polar(random.Uniform(1.0, 10.0), Turns(static_cast<double>(i) / count)));
+    for (int i = 0; i < count; ++i) outline.push_back(Polar(random.Between(1.0, 10.0), Turns(static_cast<double>(i) / count)));
     return outline;
 }
 
