@@ -102,12 +102,16 @@ int KmPolyToTri(int project, const KmList* points, KmList** indices) {
     // No exception may reach a host that is written in C, whatever its allocator throws.
     try {
         return KM::FillList(project != 0, points, indices);
-    } catch (...) { return 1; }
+    } catch (...) {
+        return 1;
+    }
 }
 
 int KmPolyConvexToTri(int project, const std::vector<KsPoint>& points, std::vector<int>& indices) {
     try {
         if (!points.empty()) KM::AppendTriangles(project != 0, points, indices);
         return 0;
-    } catch (...) { return 1; }
+    } catch (...) {
+        return 1;
+    }
 }

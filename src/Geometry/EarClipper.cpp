@@ -111,9 +111,8 @@ bool LiesOnGrid(const Outline& outline) {
     if (most < 1e-100 || most > 1e100) return most == 0.0;
     const double perStep = std::ldexp(1.0, 24 - std::ilogb(most));  // 25 bits: a product of two differences has 52
     const auto isOnGrid = [&](double v) { return v * perStep == static_cast<double>(static_cast<int>(v * perStep)); };
-    return std::all_of(outline.Vertices().begin(), outline.Vertices().end(), [&](const Outline::Vertex& p) {
-        return !IsTame(p) || (isOnGrid(p.X) && isOnGrid(p.Y));
-    });
+    return std::all_of(outline.Vertices().begin(), outline.Vertices().end(),
+                       [&](const Outline::Vertex& p) { return !IsTame(p) || (isOnGrid(p.X) && isOnGrid(p.Y)); });
 }
 
 /// Walks round the outline, again and again, and cuts off what it meets that can be cut. Corners are named by the point A
@@ -122,8 +121,7 @@ bool LiesOnGrid(const Outline& outline) {
 /// member. It meets the same corners in the same order.
 class Walk {
 public:
-    Walk(Outline& outline, Triangles& triangles)
-        : outline_(outline), triangles_(triangles), open_(outline.Bound()) {}
+    Walk(Outline& outline, Triangles& triangles) : outline_(outline), triangles_(triangles), open_(outline.Bound()) {}
 
     /// @param isFree  tells whether the corner behind A can be cut
     /// @param onCut   is told of A and B after B has been cut off
@@ -171,14 +169,17 @@ void CutStraightCorners(Outline& outline, Triangles& triangles) {
     Walk walk(outline, triangles);
     for (int a = 0; a < outline.Bound(); ++a)
         if (isStraight(a)) walk.Open(a);
-    walk.Run(isStraight, [](int) {}, false);
+    walk.Run(
+        isStraight, [](int) {}, false);
 }
 
 /// Cuts off ears: corners that turn left and that no point of the outline blocks.
 class EarFinder {
 public:
     explicit EarFinder(const Outline& outline)
-        : outline_(outline), isOnGrid_(LiesOnGrid(outline)), waiters_(outline.Vertices().size()),
+        : outline_(outline),
+          isOnGrid_(LiesOnGrid(outline)),
+          waiters_(outline.Vertices().size()),
           tree_(Tame(), outline.Bound()) {}
 
     bool IsEar(int a) {
@@ -225,7 +226,8 @@ private:
         const Outline::Vertex& C = outline_.At(c);
         const EarRegion region(A, B, C);
         const auto blocks = [&](int v) {
-            return v != a && v != b && v != c && outline_.IsAlive(v) && region.Contains(outline_.At(v).X, outline_.At(v).Y);
+            return v != a && v != b && v != c && outline_.IsAlive(v) &&
+                   region.Contains(outline_.At(v).X, outline_.At(v).Y);
         };
         // What was in the way of the ear before often is in the way of the one that took its place.
         const int last = waiters_.Blocker(a);

@@ -13,7 +13,9 @@ public:
     /// @tparam Place  has an X and a Y
     template <class Place>
     EarRegion(const Place& A, const Place& B, const Place& C)
-        : ab_{A.X, A.Y, B.X - A.X, B.Y - A.Y}, bc_{C.X, C.Y, C.X - B.X, C.Y - B.Y}, ca_{C.X, C.Y, A.X - C.X, A.Y - C.Y} {}
+        : ab_{A.X, A.Y, B.X - A.X, B.Y - A.Y},
+          bc_{C.X, C.Y, C.X - B.X, C.Y - B.Y},
+          ca_{C.X, C.Y, A.X - C.X, A.Y - C.Y} {}
 
     // Each comparison is written so that a NaN blocks: hosts count on the triangles that come of it.
     bool Contains(double x, double y) const {

@@ -31,7 +31,8 @@ public:
     /// The cheapest candidate; null if there is none.
     template <class IsAlive>
     const FrontCandidate* First(IsAlive isEdgeAlive) {
-        while (!heap_.empty() && (heap_[0].number < lapsed_[heap_[0].node] || !isEdgeAlive(heap_[0].edge))) EraseFirst();
+        while (!heap_.empty() && (heap_[0].number < lapsed_[heap_[0].node] || !isEdgeAlive(heap_[0].edge)))
+            EraseFirst();
         return heap_.empty() ? nullptr : heap_.data();
     }
 

@@ -48,7 +48,8 @@ private:
     std::size_t SlotOf(const Key& key) const {
         const std::size_t mask = slots_.size() - 1;
         std::uint64_t hash = static_cast<std::uint32_t>(key.a);
-        for (const int node : {key.b, key.c}) hash = (hash ^ hash >> 29) * 0x9e3779b97f4a7c15u + static_cast<std::uint32_t>(node);
+        for (const int node : {key.b, key.c})
+            hash = (hash ^ hash >> 29) * 0x9e3779b97f4a7c15u + static_cast<std::uint32_t>(node);
         hash *= 0xbf58476d1ce4e5b9u;
         std::size_t at = (hash ^ hash >> 32) & mask;
         while (slots_[at].count != 0 && slots_[at].key != key) at = (at + 1) & mask;

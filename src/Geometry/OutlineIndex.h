@@ -29,8 +29,8 @@ public:
 
     /// True if both points lie that far off on one side of the line.
     bool IsOff(const TPoint<double>& a, const TPoint<double>& b) const {
-        const double margin = Margin(std::max({std::fabs(a.X - from_.X), std::fabs(b.X - from_.X),
-                                               std::fabs(a.Y - from_.Y), std::fabs(b.Y - from_.Y)}));
+        const double margin = Margin(std::max(
+            {std::fabs(a.X - from_.X), std::fabs(b.X - from_.X), std::fabs(a.Y - from_.Y), std::fabs(b.Y - from_.Y)}));
         const double offsetA = Offset(a.X, a.Y);
         const double offsetB = Offset(b.X, b.Y);
         return (offsetA > margin && offsetB > margin) || (offsetA < -margin && offsetB < -margin);
@@ -62,7 +62,8 @@ public:
         for (std::size_t j = last / LeafSize * LeafSize; j <= last; ++j) box = Union(box, BoxOf(j));
         boxes_[node] = box;
         // A left child is the last that there is, whatever its sister has kept from longer days.
-        for (; node > 1; node /= 2) boxes_[node / 2] = node % 2 == 0 ? boxes_[node] : Union(boxes_[node - 1], boxes_[node]);
+        for (; node > 1; node /= 2)
+            boxes_[node / 2] = node % 2 == 0 ? boxes_[node] : Union(boxes_[node - 1], boxes_[node]);
     }
 
     /// The first segment before `end` that the test accepts, out of those that the way can cross and some more; `end` if

@@ -11,14 +11,13 @@ namespace KM {
 struct PlaneBox {
     double minX, minY, maxX, maxY;
 
-    bool Meets(const PlaneBox& b) const {
-        return minX <= b.maxX && b.minX <= maxX && minY <= b.maxY && b.minY <= maxY;
-    }
+    bool Meets(const PlaneBox& b) const { return minX <= b.maxX && b.minX <= maxX && minY <= b.maxY && b.minY <= maxY; }
 };
 
 /// The box without a point: it meets no box of finite size, and adds nothing to another one.
 inline constexpr PlaneBox Nowhere = {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
-                                     -std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+                                     -std::numeric_limits<double>::infinity(),
+                                     -std::numeric_limits<double>::infinity()};
 
 inline PlaneBox Union(const PlaneBox& a, const PlaneBox& b) {
     return {std::min(a.minX, b.minX), std::min(a.minY, b.minY), std::max(a.maxX, b.maxX), std::max(a.maxY, b.maxY)};

@@ -42,8 +42,12 @@ struct Advance {
 class Front {
 public:
     Front(std::vector<int>& triangles, const std::vector<P>& points, const std::vector<std::vector<int>>& neighbours)
-        : triangles_(triangles), points_(points), neighbours_(neighbours), frontAt_(points.size(), None),
-          isUsed_(points.size(), 0), queue_(points.size()) {}
+        : triangles_(triangles),
+          points_(points),
+          neighbours_(neighbours),
+          frontAt_(points.size(), None),
+          isUsed_(points.size(), 0),
+          queue_(points.size()) {}
 
     bool IsUsed(int node) const { return isUsed_[node] != 0; }
     void Use(int node) {
@@ -97,9 +101,7 @@ private:
     double Circumradius(int a, int b, int c) const {
         return Length(Circle3P3D(points_[a], points_[b], points_[c]) - points_[a]);
     }
-    P Normal(int a, int b, int c) const {
-        return SafeUnit(Cross(points_[b] - points_[a], points_[c] - points_[a]));
-    }
+    P Normal(int a, int b, int c) const { return SafeUnit(Cross(points_[b] - points_[a], points_[c] - points_[a])); }
 
     int NewLoop() {
         loopLengths_.push_back(0);
@@ -216,7 +218,8 @@ private:
 
             const int other = frontAt_[c];
             const bool isSplit = edges_[other].loop == edges_[edge].loop;
-            if (isSplit || (!IsOnTriangularHole(edge) && !IsOnTriangularHole(other))) return JoinFronts(c, edge, other, isSplit);
+            if (isSplit || (!IsOnTriangularHole(edge) && !IsOnTriangularHole(other)))
+                return JoinFronts(c, edge, other, isSplit);
             // Triangular holes are filled before they can be lost in a merger.
             if (!IsOnTriangularHole(edge)) edge = other;
             c = Start(Previous(edge));

@@ -56,7 +56,8 @@ private:
             const P& b = points_[j + 1];
             double t = 0.0;
             double u = 0.0;
-            if (DistanceSquaredInXY(a, b) < ShortestSquared || way.IsOff(a, b) || Way(a, b).IsOff(from, to)) return false;
+            if (DistanceSquaredInXY(a, b) < ShortestSquared || way.IsOff(a, b) || Way(a, b).IsOff(from, to))
+                return false;
             if (!IntSegmSegm(t, u, from, to, a, b)) return false;
             crossing = from + (to - from) * t;
             return true;

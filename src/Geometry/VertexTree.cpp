@@ -71,7 +71,8 @@ int VertexTree::FindBlocker(const Query& query) const {
     waiting[depth++] = 1;
     while (depth > 0) {
         const std::size_t node = waiting[--depth];
-        if (!boxes_[node].Meets(query.box) || query.region.IsOff(boxes_[node])) continue;
+        // An ear lies in the root as a rule.
+        if (node > 1 && (!boxes_[node].Meets(query.box) || query.region.IsOff(boxes_[node]))) continue;
         if (node < leaves_.size()) {
             waiting[depth++] = 2 * node + 1;
             waiting[depth++] = 2 * node;

@@ -77,7 +77,8 @@ TEST_F(PolyToTri, CutsAPolygonAsTheTriangulatorDoes) {
 }
 
 TEST_F(PolyToTri, GivesOneTriangleForThreePoints) {
-    for (const int project : {0, 1, -1}) EXPECT_EQ(TrianglesOf({{0, 0, 0}, {1, 0, 2}, {0, 1, 3}}, project), (Indices{0, 1, 2}));
+    for (const int project : {0, 1, -1})
+        EXPECT_EQ(TrianglesOf({{0, 0, 0}, {1, 0, 2}, {0, 1, 3}}, project), (Indices{0, 1, 2}));
 }
 
 TEST_F(PolyToTri, SortsWhenItProjects) {
@@ -206,8 +207,8 @@ TEST(PolyConvexToTri, IsTheSameAsWithLists) {
     for (unsigned seed = 0; seed < 500; ++seed)
         for (const int project : {0, 1}) {
             SCOPED_TRACE(testing::Message() << "seed " << seed << " project " << project);
-            const Polygon polygon =
-                Moved(KM::Test::RandomOutline(seed, 1 + static_cast<int>(seed % 25)), {P(1, 0, 0), P(0, 1, 0), P(0, 0, 1)}, P());
+            const Polygon polygon = Moved(KM::Test::RandomOutline(seed, 1 + static_cast<int>(seed % 25)),
+                                          {P(1, 0, 0), P(0, 1, 0), P(0, 0, 1)}, P());
             Indices indices;
             EXPECT_EQ(KmPolyConvexToTri(project, polygon, indices), 0);
             EXPECT_EQ(indices, TrianglesOf(polygon, project));

@@ -8,8 +8,10 @@
 
 namespace KM::Test {
 
-void PlainTriangulateConcavePolygon(const std::vector<TPoint<double>>& polygon, std::vector<std::vector<int>>& triangles);
+void PlainTriangulateConcavePolygon(const std::vector<TPoint<double>>& polygon,
+                                    std::vector<std::vector<int>>& triangles);
 
-bool PlainMakePolygonNonSelfIntersecting(const std::vector<TPoint<double>>& polygon, std::vector<TPoint<double>>& result);
+bool PlainMakePolygonNonSelfIntersecting(const std::vector<TPoint<double>>& polygon,
+                                         std::vector<TPoint<double>>& result);
 
 }  // namespace KM::Test

@@ -85,7 +85,8 @@ TEST(Tesselate3D, KeepsWhatTheListHolds) {
 
 TEST(Tesselate3D, PassesOverNeighboursThatAreNoPoints) {
     const std::vector<P> points{P(0, 0, 0), P(1, 0, 0), P(0, 1, 0), P(1, 1, 0)};
-    EXPECT_EQ(Surface(points, {{1, 2, 99, -1}, {0, 3, -7}, {0, 3, 4}, {1, 2}}), Surface(points, {{1, 2}, {0, 3}, {0, 3}, {1, 2}}));
+    EXPECT_EQ(Surface(points, {{1, 2, 99, -1}, {0, 3, -7}, {0, 3, 4}, {1, 2}}),
+              Surface(points, {{1, 2}, {0, 3}, {0, 3}, {1, 2}}));
     for (const int wrong : {-1, 4, std::numeric_limits<int>::max(), std::numeric_limits<int>::min(), 0})
         EXPECT_TRUE(Surface(points, {{wrong, 1}, {}, {}, {}}).empty());
 }
@@ -126,7 +127,8 @@ TEST(Tesselate3D, StartsAgainForEachPiece) {
     EXPECT_EQ(BorderEdges(triangles), 0);
     EXPECT_EQ(log.Texts(Verbose::EMessageType::Info),
               (std::vector<std::string>{"New start for node: 0", "New start for node: 60", "New start for node: 120"}));
-    EXPECT_EQ(log.Texts(Verbose::EMessageType::Note), std::vector<std::string>{"Progress: Task Tesselate has started!"});
+    EXPECT_EQ(log.Texts(Verbose::EMessageType::Note),
+              std::vector<std::string>{"Progress: Task Tesselate has started!"});
 }
 
 TEST(Tesselate3D, EndsOnAnyNeighboursAndPoints) {
@@ -147,7 +149,8 @@ TEST(Tesselate3D, EndsOnAnyNeighboursAndPoints) {
         }
         Neighbours neighbours(seed % 7 == 0 ? count / 2 : count);
         for (auto& list : neighbours)
-            for (std::size_t k = random() % 20; k > 0; --k) list.push_back(static_cast<int>(random() % (count + 2)) - 1);
+            for (std::size_t k = random() % 20; k > 0; --k)
+                list.push_back(static_cast<int>(random() % (count + 2)) - 1);
         ExpectLawful(Surface(points, neighbours), points.size());
     }
 }

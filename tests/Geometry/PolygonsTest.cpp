@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "Support/HostilePoints.h"
 #include "Support/Polygons.h"
 
@@ -38,7 +37,7 @@ TEST(Close, AddsTheFirstPointWhereTheEndsAreNear) {
     Polygon closed = open;
     closed.push_back(open[0]);
     EXPECT_EQ(Closed(open, 0.1, true), closed);
-    EXPECT_EQ(Closed(open, 0.05, true), open);   // not less
+    EXPECT_EQ(Closed(open, 0.05, true), open);     // not less
     EXPECT_EQ(Closed(closed, 0.1, true), closed);  // is closed already
     EXPECT_EQ(Closed({}, 0.1, true), Polygon());
     EXPECT_EQ(Closed({P(1, 2, 3)}, 0.1, true), Polygon{P(1, 2, 3)});

@@ -83,7 +83,8 @@ TEST(TriangulateConcavePolygon, TurnsTrianglesLeftWhicheverWayThePolygonRuns) {
 }
 
 TEST(TriangulateConcavePolygon, ReadsNoHeights) {
-    EXPECT_EQ(Concave({P(0, 0, NaN), P(1, 0, 5), P(1, 1, -Infinity), P(0, 1, 1e300)}), (Triangles{{0, 1, 2}, {0, 2, 3}}));
+    EXPECT_EQ(Concave({P(0, 0, NaN), P(1, 0, 5), P(1, 1, -Infinity), P(0, 1, 1e300)}),
+              (Triangles{{0, 1, 2}, {0, 2, 3}}));
 }
 
 TEST(TriangulateConcavePolygon, CutsThreePointsOnALineOnce) {
@@ -113,7 +114,7 @@ TEST(TriangulateConcavePolygon, CutsLobesThatMeetInADoubledPoint) {
 }
 
 TEST(TriangulateConcavePolygon, CoversSimplePolygonsOnce) {
-    const Polygon polygons[] = {Circle(100),         Spiral(300, 4),       SpikyStar(200),
+    const Polygon polygons[] = {Circle(100),         Spiral(300, 4),      SpikyStar(200),
                                 Digitised(500, 1.0), Digitised(500, 0.1), Comb(40)};
     for (const Polygon& polygon : polygons) {
         SCOPED_TRACE(testing::Message() << "polygon " << &polygon - polygons);
@@ -157,9 +158,8 @@ TEST(TriangulateConcavePolygon, IsThePlainRuleOnOutlinesOfParts) {
     for (int size = 1; size < 60; ++size) {
         SCOPED_TRACE(testing::Message() << "size " << size);
         for (const Polygon& polygon :
-             {Circle(7 * size), Spiral(12 * size, 1 + size / 4), Digitised(10 * size, 1.0),
-              Digitised(10 * size, 0.1), Comb(2 * size),
-              KeyHoles(1 + size / 12, 0.0), KeyHoles(1 + size / 12, 1e-3), ThereAndBack(9 * size)}) {
+             {Circle(7 * size), Spiral(12 * size, 1 + size / 4), Digitised(10 * size, 1.0), Digitised(10 * size, 0.1),
+              Comb(2 * size), KeyHoles(1 + size / 12, 0.0), KeyHoles(1 + size / 12, 1e-3), ThereAndBack(9 * size)}) {
             ExpectAsPlain(polygon);
             ExpectAsPlain(Reversed(polygon));
             if (HasFatalFailure()) return;

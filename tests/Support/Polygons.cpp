@@ -46,8 +46,8 @@ Outline Digitised(int count, double step) {
     Outline outline;
     for (int i = 0; i < count; ++i) {
         const double angle = Turns(static_cast<double>(i) / count);
-        const double waves = 1.0 + 0.2 * std::sin(5.0 * angle) + 0.05 * std::sin(37.0 * angle) +
-                             0.004 * std::sin(count / 11.0 * angle);
+        const double waves =
+            1.0 + 0.2 * std::sin(5.0 * angle) + 0.05 * std::sin(37.0 * angle) + 0.004 * std::sin(count / 11.0 * angle);
         const P p = Polar(count / 10.0 * waves, angle);
         outline.push_back(P(std::round(p.X) * step, std::round(p.Y) * step, 0.0));
     }
@@ -105,7 +105,8 @@ Outline RandomOutline(unsigned seed, int count) {
 Outline StarShaped(unsigned seed, int count) {
     HostilePoints random(seed);
     Outline outline;
-    for (int i = 0; i < count; ++i) outline.push_back(Polar(random.Between(1.0, 10.0), Turns(static_cast<double>(i) / count)));
+    for (int i = 0; i < count; ++i)
+        outline.push_back(Polar(random.Between(1.0, 10.0), Turns(static_cast<double>(i) / count)));
     return outline;
 }
 

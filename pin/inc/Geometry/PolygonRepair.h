@@ -25,7 +25,7 @@ KM_API bool MakePolygonNonSelfIntersecting(const std::vector<TPoint<double>>& po
 /// Pulls each convex corner of a polygon that runs counter-clockwise along its side back towards the corner before it, by
 /// `factor` of the length of that side. Corners that turn right, in XY, stay. The result begins with the image of the
 /// polygon's second point.
-KM_API void AdjustConvexPolygonVertices(const std::vector<TPoint<double>>& polygon,
-                                        std::vector<TPoint<double>>& result, double factor);
+KM_API void AdjustConvexPolygonVertices(const std::vector<TPoint<double>>& polygon, std::vector<TPoint<double>>& result,
+                                        double factor);
 
 }  // namespace KM::PointsUtils

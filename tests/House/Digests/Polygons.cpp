@@ -50,9 +50,9 @@ void PrintProjection(const std::string& name, const Outline& outline) {
 
 void PrintPolygonDigests() {
     const std::pair<std::string, Outline> outlines[] = {
-        {"circle", Circle(500)},     {"spiral", Spiral(900, 7)},          {"spiky star", SpikyStar(600)},
-        {"pixels", Digitised(2000, 1.0)}, {"tenths", Digitised(2000, 0.1)},    {"comb", Comb(100)},
-        {"holes", KeyHoles(6, 1e-3)}, {"star", StarShaped(4, 700)},        {"random", RandomOutline(0, 200)}};
+        {"circle", Circle(500)},          {"spiral", Spiral(900, 7)},       {"spiky star", SpikyStar(600)},
+        {"pixels", Digitised(2000, 1.0)}, {"tenths", Digitised(2000, 0.1)}, {"comb", Comb(100)},
+        {"holes", KeyHoles(6, 1e-3)},     {"star", StarShaped(4, 700)},     {"random", RandomOutline(0, 200)}};
     for (const auto& [name, outline] : outlines) {
         PrintPolygon(name, outline);
         PrintProjection(name, outline);
