@@ -50,6 +50,7 @@ void VertexTree::Fill(Leaf& leaf, const PlaneBox& box, Range begin, Range end) {
         leaf.alive |= std::uint64_t{1} << count;
         slots_[static_cast<std::size_t>(v->id)] = first + count;
     }
+    if (count == 0) return;  // there is no box then
     leaf.x.Set(leaf.xs, count, box.minX, box.maxX);
     leaf.y.Set(leaf.ys, count, box.minY, box.maxY);
 }
