@@ -240,9 +240,7 @@ TEST(TriangulateConvexPolygon, HasNoMiddleWhereThereIsNoAngle) {
 
 // A bow-tie has sharp corners only; in a small one they have no angle, if their sides count as zero.
 TEST(TriangulateConvexPolygon, TellsSidesWithoutLengthByTheZeroTest) {
-    const auto bowTie = [](double size) {
-        return Polygon{P(0, 0, 0), P(size, size, 0), P(size, 0, 0), P(0, size, 0)};
-    };
+    const auto bowTie = [](double size) { return Polygon{P(0, 0, 0), P(size, size, 0), P(size, 0, 0), P(0, size, 0)}; };
     EXPECT_EQ(Convex(bowTie(5.5e-9)), (Triangles{{0, 1, 2}, {0, 2, 3}}));
     EXPECT_EQ(Convex(bowTie(4.5e-9)), (Triangles{{-1, 0, 1}, {-1, 1, 2}}));
 }
