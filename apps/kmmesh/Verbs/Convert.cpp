@@ -32,16 +32,17 @@ void Run(const Values& values) {
         ReadTriangles(file, [&](const double* v) {
             output.Add(Point(v[0], v[1], v[2]), Point(v[3], v[4], v[5]), Point(v[6], v[7], v[8]));
         });
+        output.Finish();
         output.Commit();
         Tell(target + ": " + Count(output.Triangles(), "triangle") + (isText ? ", text\n" : ", binary\n"));
     }
 }
 
 const Verb verb{"convert",
-                "writes STL files anew, text or binary, triangle for triangle",
+                "rewrites STL files as text or binary, triangle for triangle",
                 {InputFiles(),
                  {"out", Kind::Path, "", "the file to write, or a folder that is there", true},
-                 {"text", Kind::Switch, "N", "write text, with six decimals; otherwise binary"}},
+                 {"text", Kind::Switch, "N", "as text, with six decimals; otherwise binary"}},
                 Run};
 const Entry<verb> entry;
 
