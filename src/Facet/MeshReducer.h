@@ -15,7 +15,7 @@ namespace KM {
 /// and no record is dead. Linear time.
 bool IsReducible(const PIN& mesh);
 
-/// Is told the share of the edges that has gone. May throw.
+/// See `BuildWatchedLods`.
 using ReductionWatch = std::function<void(double)>;
 
 /// Collapses edges of a mesh in stages, one for each tolerance. The mesh must be reducible, and is nobody else's
