@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fstream>
 #include <limits>
+#include <set>
 
 #include "Facet/StlFile.h"
 #include "Failure.h"
@@ -87,6 +88,14 @@ void WriteFile(const std::string& name, const std::string& bytes) {
     OutputFile file(name);
     file.Write(bytes);
     file.Commit();
+}
+
+void CheckOutputsDiffer(const std::vector<std::string>& inputs,
+                        const std::function<std::string(const std::string&)>& nameOf) {
+    std::set<std::string> names;
+    for (const std::string& input : inputs)
+        if (!names.insert(nameOf(input)).second)
+            throw Failure(input, "what is made of it would have the name of what is made of another; run one by one");
 }
 
 StlOutput::StlOutput(const std::string& name, bool isText)

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "Geometry/Point.h"
 
@@ -47,6 +49,12 @@ private:
 /// Writes a whole file under its name.
 /// @throws Failure
 void WriteFile(const std::string& name, const std::string& bytes);
+
+/// Whether each input gives an output of its own.
+/// @param nameOf  the name of what is made of an input
+/// @throws Failure
+void CheckOutputsDiffer(const std::vector<std::string>& inputs,
+                        const std::function<std::string(const std::string&)>& nameOf);
 
 /// An STL file that is written facet by facet.
 class StlOutput {

@@ -24,6 +24,7 @@ void Run(const Values& values) {
     const bool isText = values.IsOn("text");
     if (files.size() > 1 && !std::filesystem::is_directory(out))
         throw Failure(out, "is no folder, and there are " + std::to_string(files.size()) + " files to convert");
+    CheckOutputsDiffer(files, [&out](const std::string& file) { return TargetOf(file, out); });
     double done = 0.0;
     for (const std::string& file : files) {
         NextSlice(++done / static_cast<double>(files.size()));

@@ -1,8 +1,6 @@
 #include <filesystem>
 #include <memory>
-#include <set>
 
-#include "Failure.h"
 #include "LevelFiles.h"
 #include "LongTask.h"
 #include "Output.h"
@@ -16,14 +14,6 @@ namespace {
 /// The beginning of the names of all files that are made of an input.
 std::string StemOf(const std::string& folder, const std::string& file) {
     return (std::filesystem::path(folder) / std::filesystem::path(file).stem()).string();
-}
-
-void CheckStemsDiffer(const std::vector<std::string>& files) {
-    std::set<std::string> stems;
-    for (const std::string& file : files)
-        if (!stems.insert(StemOf("", file)).second)
-            throw Failure(file,
-                          "another file has this name, and its levels would have the same names; run them one by one");
 }
 
 std::string TableOf(const std::string& file, long long triangles, const std::vector<Level>& levels) {
@@ -92,7 +82,7 @@ void RunFile(const std::string& file, const Values& values, double begin, double
 
 void Run(const Values& values) {
     const std::vector<std::string> files = values.Files("files");
-    CheckStemsDiffer(files);
+    CheckOutputsDiffer(files, [](const std::string& file) { return StemOf("", file); });
     values.Distances("tolerances", 1.0);  // before anything is read, so that a slip costs no time
     const auto count = static_cast<double>(files.size());
     for (std::size_t i = 0; i < files.size(); ++i)
