@@ -2,9 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <filesystem>
 #include <map>
 
+#include "Configuration.h"
 #include "Distances.h"
 #include "Help.h"
 #include "KmVersion.h"
@@ -14,6 +16,38 @@ namespace {
 
 constexpr int Lacking = 3;
 constexpr int Invalid = 4;
+
+std::string Quoted(const std::string& text) { return '"' + text + '"'; }
+
+std::string Between(const std::string& text, const std::string& opening, const std::string& closing) {
+    const std::size_t begin = text.find(opening) + opening.size();
+    return text.substr(begin, text.find(closing, begin) - begin);
+}
+
+template <class T>
+bool IsRead(const std::string& text, T& value) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && stop == end;
+}
+
+std::string FaultOfWhole(const std::string& text) {
+    int value = 0;
+    return IsRead(text, value) ? "" : Quoted(text) + " is no whole number";
+}
+
+std::string FaultOfNumber(const std::string& text) {
+    double value = 0.0;
+    return IsRead(text, value) ? "" : Quoted(text) + " is no number";
+}
+
+std::string FaultOfVerbosity(const std::string& text) {
+    return text.size() == 1 && text[0] >= '0' && text[0] <= '6' ? "" : Quoted(text) + " is no level from 0 to 6";
+}
+
+std::string FaultOfNameOfConfiguration(const std::string& name) {
+    return IsNameOfConfiguration(name) ? "" : Quoted(name) + " does not end in .xml";
+}
 
 /// The parser of one command line. What it reads lands in its fields.
 class Parser {
@@ -54,15 +88,8 @@ private:
     void AddCommonOptions(CLI::App& app) {
         app.set_help_flag("-h,--help");
         app.add_flag("-q,--quiet", request_.isQuiet);
-        app.add_option("--verbose", request_.verbosity)->check(CLI::Range(0, 6));
-        app.add_option("--save", request_.save)->check(&IsNameOfConfiguration);
-    }
-
-    static std::string IsNameOfConfiguration(const std::string& name) {
-        std::string extension = std::filesystem::path(name).extension().string();
-        std::transform(extension.begin(), extension.end(), extension.begin(),
-                       [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); });
-        return extension == ".xml" ? "" : "\"" + name + "\" does not end in .xml";
+        app.add_option("--verbose", request_.verbosity)->check(FaultOfVerbosity);
+        app.add_option("--save", request_.save)->check(FaultOfNameOfConfiguration);
     }
 
     void AddVerb(const Verb& verb) {
@@ -80,8 +107,8 @@ private:
             app.add_flag_callback("--" + option.name, [&values] { values = {"Y"}; });
         } else {
             CLI::Option& parsed = *app.add_option("--" + option.name, values)->expected(1)->required(option.isNeeded);
-            if (option.kind == Kind::Whole) parsed.check(CLI::TypeValidator<int>("INTEGER"));
-            if (option.kind == Kind::Number) parsed.check(CLI::Number);
+            if (option.kind == Kind::Whole) parsed.check(FaultOfWhole);
+            if (option.kind == Kind::Number) parsed.check(FaultOfNumber);
             if (option.kind == Kind::Distances) parsed.check(FaultOfDistances);
         }
     }
@@ -118,16 +145,31 @@ private:
         return request_;
     }
 
+    /// The parser's own words are of several voices.
+    std::string FaultOf(const CLI::ParseError& error) const {
+        std::vector<std::string> unknown = app_.remaining(true);
+        if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && unknown.empty()) unknown = behindMark_;
+        if (!unknown.empty() && VerbAskedFor() == nullptr) return unknown.front() + ": no such verb or option";
+        if (!unknown.empty()) return unknown.front() + ": not expected here";
+        const std::string text = error.what();
+        // It misses the verb first, and calls it by another name.
+        if (IsLacking(error))
+            return VerbAskedFor() == nullptr ? "no verb" : text.substr(0, text.find(' ')) + ": is needed";
+        if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
+            return text.substr(0, text.find(':')) + ": takes one value";
+        if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr)  // "Could not convert: --text = x"
+            return Between(text, ": ", " = ") + ": takes no value";
+        return text;
+    }
+
+    static bool IsLacking(const CLI::ParseError& error) {
+        return dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+    }
+
     void Explain(const CLI::ParseError& error, CommandLine& result) const {
         const Verb* const verb = VerbAskedFor();
-        const std::vector<std::string> unknown = app_.remaining();
-        const bool isLacking = unknown.empty() && dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
-        result.exitCode = isLacking ? Lacking : Invalid;
-        result.fault = error.what();
-        // The parser misses the verb first, and calls it by another name.
-        if (verb == nullptr && isLacking) result.fault = "no verb";
-        if (verb == nullptr && !unknown.empty()) result.fault = "\"" + unknown.front() + "\" is no verb and no option";
-        result.fault += "; see kmmesh " + (verb == nullptr ? "" : verb->name + ' ') + "--help";
+        result.exitCode = IsLacking(error) && app_.remaining(true).empty() ? Lacking : Invalid;
+        result.fault = FaultOf(error) + "; see kmmesh " + (verb == nullptr ? "" : verb->name + ' ') + "--help";
     }
 
     CLI::App app_;
@@ -161,7 +203,7 @@ bool IsForPeople(const std::vector<std::string>& arguments) {
 CommandLine Parse(const std::vector<std::string>& arguments) {
     const std::string& first = arguments.front();
     if (!first.starts_with('-') && !IsVerb(first))
-        return {{}, "", "\"" + first + "\" is no verb and no file; see kmmesh --help", Invalid};
+        return {{}, "", first + ": no such verb or file; see kmmesh --help", Invalid};
     return Parser().Run(arguments);
 }
 

@@ -3,12 +3,15 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <sstream>
 
 #include "Failure.h"
+#include "Utils/U_Console/Console.h"
 #include "Utils/U_XMLReader/Dump.h"
 #include "Utils/U_XMLReader/Reader.h"
 
@@ -78,6 +81,28 @@ std::string ConfigurationOf(const Request& request) {
     XML::ReadElementFromString(text.str(), readBack, true);
     CheckReadsBack(root, readBack);
     return text.str().substr(1) + '\n';  // the writer puts its line feeds in front
+}
+
+bool IsNameOfConfiguration(const std::string& name) {
+    std::string extension = fs::path(name).extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); });
+    return extension == ".xml";
+}
+
+std::string BrokenConfigurationOf(const std::vector<std::string>& words) {
+    Console::IsDumpEnabled(false);
+    for (const std::string& word : words) {
+        std::error_code error;
+        if (!IsNameOfConfiguration(word) || !fs::is_regular_file(word, error)) continue;
+        try {
+            XML::Element nowhere("");
+            XML::ReadElement(word, nowhere, true);
+        } catch (...) {
+            return word;
+        }
+    }
+    return "";
 }
 
 TemporaryConfiguration::TemporaryConfiguration(const std::string& text) {

@@ -11,6 +11,12 @@ namespace KM::Tool {
 /// @throws Misuse  for a value that a configuration cannot hold, such as a name with a line feed
 std::string ConfigurationOf(const Request& request);
 
+/// Whether the name ends in ".xml", in capitals or not.
+bool IsNameOfConfiguration(const std::string& name);
+
+/// The first of these words that is a configuration which cannot be read; empty if none is. The log is off from then on.
+std::string BrokenConfigurationOf(const std::vector<std::string>& words);
+
 /// A file for the length of a run.
 class TemporaryConfiguration {
 public:

@@ -16,8 +16,7 @@ double DistanceOf(const std::string& word, double diagonal) {
     double value = 0.0;
     const auto [stop, error] = std::from_chars(word.data(), end, value);
     if (error != std::errc() || stop != end || !(value >= 0.0) || !std::isfinite(value))
-        throw Failure("distance \"" + word + "\"",
-                      "is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%");
+        throw Failure('"' + word + '"', "is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%");
     return isShare ? value / 100.0 * diagonal : value;
 }
 
@@ -29,7 +28,7 @@ std::vector<double> DistancesOf(const std::string& text, double diagonal) {
     std::istringstream words(spaced);
     std::vector<double> distances;
     for (std::string word; words >> word;) distances.push_back(DistanceOf(word, diagonal));
-    if (distances.empty()) throw Failure("distances \"" + text + "\"", "there is no number");
+    if (distances.empty()) throw Failure('"' + text + '"', "holds no distance");
     std::sort(distances.begin(), distances.end());
     return distances;
 }

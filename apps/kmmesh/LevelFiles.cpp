@@ -40,9 +40,9 @@ void Append(std::string& bytes, const void* data, std::size_t size) {
 
 }  // namespace
 
-Levels::Levels(PIN& mesh, const std::vector<double>& tolerances) {
+Levels::Levels(PIN& mesh, const std::vector<double>& tolerances, const std::function<void(double)>& watch) {
     std::vector<KsLod> lods;
-    const int words = BuildDecimatedLods(mesh, static_cast<int>(tolerances.size()), tolerances.data(), lods);
+    const int words = BuildWatchedLods(mesh, static_cast<int>(tolerances.size()), tolerances.data(), lods, watch);
     for (std::size_t i = 0; i < lods.size(); ++i)
         // The stream leaves out by the size alone what looks like the level before.
         if (i == 0 || lods[i].size != lods[i - 1].size) levels_.push_back(LevelOf(lods[i], static_cast<int>(i) + 1));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,7 +24,8 @@ class Levels {
 public:
     /// @param mesh        reduced by this; its points stay
     /// @param tolerances  in units of the part, ascending
-    Levels(PIN& mesh, const std::vector<double>& tolerances);
+    /// @param watch       see `BuildWatchedLods`
+    Levels(PIN& mesh, const std::vector<double>& tolerances, const std::function<void(double)>& watch = nullptr);
     Levels(const Levels&) = delete;
     Levels& operator=(const Levels&) = delete;
     ~Levels();

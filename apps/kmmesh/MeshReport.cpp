@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "LongTask.h"
 #include "Mesh/Core/Loops.h"
 #include "Output.h"
 
@@ -66,9 +67,13 @@ void MeasureSegments(const PIN& mesh, MeshReport& report) {
 /// Adds up area and volume of one piece after the other, triangle by triangle.
 class PieceMeasure {
 public:
-    PieceMeasure(const PIN& mesh, MeshReport& report)
+    PieceMeasure(const PIN& mesh, MeshReport& report, LongTask& task)
         // From the middle of the box the parts of the volume are small, and little is lost between them.
-        : mesh_(mesh), report_(report), middle_((report.low + report.high) / 2.0), isSeen_(mesh.edges.size(), false) {}
+        : mesh_(mesh),
+          report_(report),
+          task_(task),
+          middle_((report.low + report.high) / 2.0),
+          isSeen_(mesh.edges.size(), false) {}
 
     void Run() {
         for (std::size_t e = 0; e < mesh_.edges.size(); ++e)
@@ -93,6 +98,7 @@ private:
     }
 
     void AddLoop(int first) {
+        task_.Step();
         int edge = first;
         do {
             isSeen_[static_cast<std::size_t>(edge)] = true;
@@ -116,6 +122,7 @@ private:
 
     const PIN& mesh_;
     MeshReport& report_;
+    LongTask& task_;
     Point middle_;
     std::vector<bool> isSeen_;
     std::vector<int> waiting_;
@@ -166,10 +173,13 @@ std::string CountOrNone(long long count, const std::string& one) { return count 
 
 MeshReport Measure(const PIN& mesh) {
     MeshReport report;
+    LongTask task("Measuring", static_cast<double>(mesh.edges.size()) / 3.0);
     MeasureNodes(mesh, report);
     MeasureBoundaries(mesh, report);
+    task.At(0.0);
     MeasureSegments(mesh, report);
-    PieceMeasure(mesh, report).Run();
+    task.At(0.0);
+    PieceMeasure(mesh, report, task).Run();
     return report;
 }
 

@@ -28,7 +28,7 @@ struct MeshReport {
     double volume = 0.0;             ///< cubic units, of the closed solids
 };
 
-/// Loops that are no triangles count as fans of them. Takes n log n time.
+/// Loops that are no triangles count as fans of them. Takes n log n time, reports progress and can be stopped.
 MeshReport Measure(const PIN& mesh);
 
 /// The lines of the report, each with its name, indented; they end with a line feed.

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fstream>
 #include <limits>
+#include <set>
 
 #include "Facet/StlFile.h"
 #include "Failure.h"
@@ -36,8 +37,17 @@ void MakeFolder(const std::string& name, const fs::path& folder) {
     if (error) throw Failure(name, "cannot be written: no folder " + folder.string() + " (" + error.message() + ")");
 }
 
-std::string TemporaryNameFor(const fs::path& target) {
-    return (target.parent_path() / (".kmmesh-" + std::to_string(getpid()) + ".tmp")).string();
+/// Makes an empty file beside the target; its name.
+std::string MakeBeside(const fs::path& target, const std::string& name) {
+    static int number = 0;
+    for (;;) {
+        const std::string file = ".kmmesh-" + std::to_string(getpid()) + '-' + std::to_string(++number) + ".tmp";
+        const std::string temporary = (target.parent_path() / file).string();
+        // "x": one that is there was left by a run that was killed, or is another machine's in a folder that both share.
+        std::FILE* const made = std::fopen(temporary.c_str(), "wbx");
+        if (made != nullptr) return std::fclose(made), temporary;
+        if (errno != EEXIST) RefuseToWrite(name, errno);
+    }
 }
 
 }  // namespace
@@ -47,13 +57,7 @@ OutputFile::OutputFile(const std::string& name) : name_(name), target_(name) {
     if (fs::is_symlink(fs::symlink_status(target_, error))) target_ = fs::weakly_canonical(target_);
     CheckMayBeReplaced(name_, target_);
     MakeFolder(name_, target_.parent_path());
-    const std::string temporary = TemporaryNameFor(target_);
-    // "x": what another one has there is not ours to empty. It can only be left from a run that was killed.
-    fs::remove(temporary, error);
-    std::FILE* const file = std::fopen(temporary.c_str(), "wbx");
-    if (file == nullptr) RefuseToWrite(name_, errno);
-    std::fclose(file);
-    temporary_ = temporary;
+    temporary_ = MakeBeside(target_, name_);
 }
 
 OutputFile::~OutputFile() {
@@ -63,18 +67,35 @@ OutputFile::~OutputFile() {
 
 void OutputFile::Write(const std::string& bytes) {
     std::ofstream(temporary_, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    Commit(bytes.size());
+    CheckSize(bytes.size());
 }
 
-void OutputFile::Commit(std::uintmax_t expectedSize) {
+void OutputFile::CheckSize(std::uintmax_t expected) const {
     std::error_code error;
-    if (fs::file_size(temporary_, error) != expectedSize || error)
-        throw Failure(name_, "could not be written to its end");
+    if (fs::file_size(temporary_, error) != expected || error) throw Failure(name_, "could not be written to its end");
+}
+
+void OutputFile::Commit() {
+    std::error_code error;
     const fs::file_status old = fs::status(target_, error);
     if (fs::exists(old)) fs::permissions(temporary_, old.permissions(), error);
     fs::rename(temporary_, target_, error);
     if (error) RefuseToWrite(name_, error.value());
     temporary_.clear();
+}
+
+void WriteFile(const std::string& name, const std::string& bytes) {
+    OutputFile file(name);
+    file.Write(bytes);
+    file.Commit();
+}
+
+void CheckOutputsDiffer(const std::vector<std::string>& inputs,
+                        const std::function<std::string(const std::string&)>& nameOf) {
+    std::set<std::string> names;
+    for (const std::string& input : inputs)
+        if (!names.insert(nameOf(input)).second)
+            throw Failure(input, "what is made of it would have the name of what is made of another; run one by one");
 }
 
 StlOutput::StlOutput(const std::string& name, bool isText)
@@ -92,14 +113,14 @@ void StlOutput::Add(const TPoint<double>& a, const TPoint<double>& b, const TPoi
     ++triangles_;
 }
 
-void StlOutput::Commit() {
+void StlOutput::Finish() {
     constexpr std::uintmax_t lastLine = 9;  // "endsolid" and its line feed
     const bool isWhole = std::fflush(file_) == 0 && std::ferror(file_) == 0;
     const long size = std::ftell(file_);
     STLCloseWriter(file_, triangles_, isText_);
     file_ = nullptr;
     if (!isWhole || size < 0) throw Failure(name_, "could not be written to its end");
-    output_.Commit(static_cast<std::uintmax_t>(size) + (isText_ ? lastLine : 0));
+    output_.CheckSize(static_cast<std::uintmax_t>(size) + (isText_ ? lastLine : 0));
 }
 
 }  // namespace KM::Tool

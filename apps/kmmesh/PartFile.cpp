@@ -9,9 +9,8 @@
 #include "Facet/StlCheck.h"
 #include "Facet/StlFile.h"
 #include "Failure.h"
+#include "LongTask.h"
 #include "Mesh/Core/Construction.h"
-#include "Utils/U_App/Progress.h"
-#include "Utils/U_App/Services.h"
 
 namespace KM::Tool {
 namespace {
@@ -30,7 +29,7 @@ double GuessedCount(const std::string& file) {
         ++facets;
     const double bytesEach = facets == 0.0 ? 50.0 : static_cast<double>(begin.size()) / facets;
     std::error_code error;
-    return std::max(static_cast<double>(std::filesystem::file_size(file, error)) / bytesEach, 1.0);
+    return static_cast<double>(std::filesystem::file_size(file, error)) / bytesEach;
 }
 
 bool IsFinite(const double* nine) {
@@ -59,19 +58,16 @@ private:
 }  // namespace
 
 long long ReadTriangles(const std::string& file, const std::function<void(const double*)>& take) {
-    constexpr long long between = 4096;  // often enough for a stop, seldom enough to cost nothing
     const std::string fault = STLFault(file);
     if (!fault.empty()) throw Failure(file, fault);
     STLReader reader(file);
     if (!reader.IsOpen()) throw Failure(file, "cannot be opened");
-    Progress::Auto progress("Reading");
-    const double expected = GuessedCount(file);
+    LongTask task("Reading", GuessedCount(file));
     long long count = 0;
-    for (double nine[9] = {}; reader.Read(nine); take(nine))
-        if (++count % between == 0) {
-            if (Application::Services::AbortEvent()()) throw XUserAbort();
-            progress(static_cast<double>(count) / expected);
-        }
+    for (double nine[9] = {}; reader.Read(nine); ++count) {
+        task.Step();
+        take(nine);
+    }
     if (count == 0) throw Failure(file, "holds no triangles");
     return count;
 }
@@ -81,8 +77,9 @@ Part ReadPart(const std::string& file) {
     Gatherer gatherer(part);
     part.read = ReadTriangles(file, [&](const double* nine) { gatherer.Take(nine); });
     if (gatherer.Soup().empty()) throw Failure(file, "holds no triangles with three different corners");
-    const Progress::Auto progress("Joining");
+    LongTask task("Joining", 1.0);
     AddTriangles_1(part.mesh, gatherer.Soup());
+    task.At(1.0);
     if (!std::isfinite(DiagonalOf(part.mesh))) throw Failure(file, "is too large: its diagonal is no number");
     return part;
 }

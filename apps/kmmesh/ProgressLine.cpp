@@ -12,12 +12,13 @@ namespace KM::Tool {
 namespace {
 
 constexpr int BarCells = 30;
-int shown = 0;  ///< columns that the line takes at the moment
+bool isShown = false;
 
+/// The last column stays free: some terminals go to the next line when it is written.
 int Columns() {
     winsize size{};
     const bool isKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return isKnown ? size.ws_col : 80;
+    return (isKnown ? size.ws_col : 80) - 1;
 }
 
 /// The tasks, without the first one, which is the action itself.
@@ -35,17 +36,16 @@ std::string ProgressLine::Drawn(double global, const std::string& tasks, int col
     std::snprintf(percent, sizeof percent, "] %3d %%", static_cast<int>(share * 100.0));
     std::string line = '[' + std::string(cells, '#') + std::string(BarCells - cells, '.') + percent;
     if (!tasks.empty()) line += "  " + tasks;
-    // The last column stays free: some terminals go to the next line when it is written.
-    return line.substr(0, static_cast<std::size_t>(std::max(columns - 1, 0)));
+    // Over the whole width, since keys that are typed meanwhile are shown behind the line.
+    line.resize(static_cast<std::size_t>(columns), ' ');
+    return line;
 }
 
 void ProgressLine::operator()(double global, double local, const std::string& text) const {
     Application::StatusPolicy::operator()(global, local, text);
-    const std::string line = Drawn(global, TasksOf(text), Columns());
-    const int blanks = std::max(shown - static_cast<int>(line.size()), 0);
-    std::fprintf(stderr, "\r%s%*s", line.c_str(), blanks, "");
+    std::fprintf(stderr, "\r%s\r", Drawn(global, TasksOf(text), Columns()).c_str());
     std::fflush(stderr);
-    shown = static_cast<int>(line.size());
+    isShown = true;
 }
 
 void ProgressLine::Install() {
@@ -55,10 +55,10 @@ void ProgressLine::Install() {
 }
 
 void ProgressLine::Clear() {
-    if (shown == 0) return;
-    std::fprintf(stderr, "\r%*s\r", shown, "");
+    if (!isShown) return;
+    std::fprintf(stderr, "\r%*s\r", Columns(), "");
     std::fflush(stderr);
-    shown = 0;
+    isShown = false;
 }
 
 }  // namespace KM::Tool

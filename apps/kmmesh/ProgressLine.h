@@ -18,8 +18,9 @@ public:
     /// Wipes the line off, if it is there, so that something else can be written.
     static void Clear();
 
-    /// The line for a terminal of so many columns, without the return to its start.
-    /// @param tasks  what is going on; may be empty
+    /// The line, filled with blanks, without the return to its start.
+    /// @param tasks    what is going on; may be empty
+    /// @param columns  how long the line is; not negative
     static std::string Drawn(double global, const std::string& tasks, int columns);
 };
 

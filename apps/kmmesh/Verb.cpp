@@ -79,7 +79,10 @@ int Values::Whole(const std::string& option) const { return Settings::ToInt(verb
 double Values::Number(const std::string& option) const { return Settings::ToDouble(verb_.SettingOf(option)); }
 
 std::vector<double> Values::Distances(const std::string& option, double diagonal) const {
-    return DistancesOf(Text(option), diagonal);
+    const std::string text = Text(option);
+    const std::string fault = FaultOfDistances(text);
+    if (!fault.empty()) throw Failure(verb_.SettingOf(option), fault);
+    return DistancesOf(text, diagonal);
 }
 
 std::string Values::Text(const std::string& option) const {
@@ -111,13 +114,13 @@ void Execute(const Verb& verb) {
         Complain(e.what());
         throw Exception{e.what(), e.File(), static_cast<int>(e.Line())};
     } catch (const std::bad_alloc&) {
-        Complain(verb.name + ": not enough memory");
+        Complain("not enough memory");
         throw;
     } catch (const std::exception& e) {
         Complain(e.what());
         throw Exception{e.what(), __FILE__, __LINE__};
     } catch (const XUserAbort&) {
-        Complain(verb.name + ": stopped");
+        Complain("stopped");
         throw;
     }
 }

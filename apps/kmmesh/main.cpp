@@ -1,10 +1,10 @@
 // The command line of the mesh library, for people (`kmmesh VERB FILE`) and for configurations (`kmmesh FILE.xml`). The
 // first way makes a configuration and goes the second.
 
+#include <cctype>
 #include <exception>
-#include <filesystem>
 #include <iostream>
-#include <optional>
+#include <new>
 
 #include "CommandLine.h"
 #include "Configuration.h"
@@ -18,7 +18,6 @@
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Console/Console.h"
 #include "Utils/U_Console/LogServices.h"
-#include "Utils/U_IO/ToFile.h"
 #include "Utils/U_Settings/Settings.h"
 
 namespace {
@@ -39,41 +38,51 @@ int Refuse(const std::string& why, ExitCode code) {
     return code;
 }
 
-/// The part that both roads share. What is thrown comes out of the reading of configurations; an action's failures are
-/// exit codes already.
+/// An empty word would not be seen.
+std::string NameOf(const std::string& word) { return word.empty() ? "\"\"" : word; }
+
+bool IsSwitch(const std::string& word) { return word.starts_with('/') && word.size() == 2; }
+
+/// What is thrown out of the reading of configurations, and of the switches that write files, tells people nothing.
+int RefuseUnread() {
+    const std::vector<std::string>& words = Application::Arguments();
+    const std::string broken = BrokenConfigurationOf(words);
+    if (!broken.empty()) return Refuse(broken + ": is no sound configuration; the log tells why", InvalidConfiguration);
+    if (words.size() < 2 || !IsSwitch(words[1]))
+        return Refuse("configuration: is not sound; the log tells why", InvalidConfiguration);
+    const bool isNameGiven = words.size() == 3 && std::tolower(words[1][1]) == 'c';
+    return Refuse((isNameGiven ? words[2] : "KMHSTweak.XML") + ": cannot be written; the log tells why", Failed);
+}
+
+/// The part that both roads share. An action's failures are exit codes already.
 int RunGuarded() {
     try {
         return Application::Run();
     } catch (const XUserAbort&) {
         return Refuse("stopped", Stopped);
-    } catch (const IO::XFileIOError&) {
-        return Refuse("a configuration cannot be read", InvalidConfiguration);
-    } catch (const char* why) {
-        return Refuse(std::string("invalid configuration: ") + why, InvalidConfiguration);
     } catch (const std::bad_alloc&) {
         return Refuse("not enough memory", Failed);
-    } catch (const std::exception& e) {
-        return Refuse(std::string("invalid configuration: ") + e.what(), InvalidConfiguration);
+    } catch (...) {
+        return RefuseUnread();
     }
 }
 
 int RunConfigurations(const std::vector<std::string>& arguments) {
-    const bool hasSwitch = !arguments.empty() && arguments.front().starts_with('/') && arguments.front().size() == 2;
     ShowLog();
     const int code = RunGuarded();
     std::cout << std::endl;  // the log puts its line feeds in front of lines
-    if (code != Done || arguments.empty() || hasSwitch) return code;
+    if (code != Done || arguments.empty() || IsSwitch(arguments.front())) return code;
     if (Application::RedirectionShifting() == 0)
-        return Refuse(arguments.front() + ": no configuration file; see kmmesh --help", NoConfiguration);
+        return Refuse(NameOf(arguments.front()) + ": no such configuration; see kmmesh --help", NoConfiguration);
     const std::string action = Settings::ToString("Actions.Execute");
-    if (action.empty()) return Refuse("the configuration names no action in Actions.Execute", InvalidConfiguration);
-    if (!Factory::Exists(action)) return Refuse("there is no action \"" + action + '"', InvalidConfiguration);
+    if (action.empty()) return Refuse("Actions.Execute: names no action", InvalidConfiguration);
+    if (!Factory::Exists(action)) return Refuse(action + ": no such action", InvalidConfiguration);
     return code;
 }
 
 int RunRequest(const Request& request, const char* program) {
     const std::string text = ConfigurationOf(request);
-    if (!request.save.empty()) OutputFile(request.save).Write(text);
+    if (!request.save.empty()) WriteFile(request.save, text);
     const TemporaryConfiguration configuration(text);
 
     Application::Arguments() = {program, configuration.Name()};
@@ -105,9 +114,11 @@ int RunForPeople(const std::vector<std::string>& arguments, const char* program)
 int main(int argc, char** argv) {
     Application::CatchInterrupts();
     RegisterVerbs();
-    Application::Arguments(argc, argv);
     const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
-    const int code = IsForPeople(arguments) ? RunForPeople(arguments, argv[0]) : RunConfigurations(arguments);
+    const bool isForPeople = IsForPeople(arguments);
+    // Not for people, whose fourth word is no window that somebody waits at.
+    if (!isForPeople) Application::Arguments(argc, argv);
+    const int code = isForPeople ? RunForPeople(arguments, argv[0]) : RunConfigurations(arguments);
     if (!std::cout.flush()) return Refuse("standard output cannot be written", Failed);
     return code;
 }

@@ -43,8 +43,9 @@ int AppendLevel(const PIN& mesh, double tolerance, std::vector<FlatLod>& lods) {
 }
 
 template <class Lod>
-int AppendReducedLevels(PIN& mesh, std::span<const double> tolerances, std::vector<Lod>& lods) {
-    MeshReducer reducer(mesh, tolerances);
+int AppendReducedLevels(PIN& mesh, std::span<const double> tolerances, std::vector<Lod>& lods,
+                        const ReductionWatch& watch = nullptr) {
+    MeshReducer reducer(mesh, tolerances, watch);
     std::int64_t words = 0;
     for (std::size_t i = 0; i < tolerances.size(); ++i) {
         reducer.RunStage(static_cast<int>(i));
@@ -86,8 +87,13 @@ int BuildSingleLod(PIN& mesh, const double* tolerance, std::vector<KsLod>& lods)
 }
 
 int BuildDecimatedLods(PIN& mesh, int levels, const double* tolerances, std::vector<KsLod>& lods) {
+    return BuildWatchedLods(mesh, levels, tolerances, lods, nullptr);
+}
+
+int BuildWatchedLods(PIN& mesh, int levels, const double* tolerances, std::vector<KsLod>& lods,
+                     const std::function<void(double)>& watch) {
     if (levels < 0 || (levels > 0 && tolerances == nullptr) || !IsReducible(mesh)) return 0;
-    return AppendReducedLevels(mesh, {tolerances, static_cast<std::size_t>(levels)}, lods);
+    return AppendReducedLevels(mesh, {tolerances, static_cast<std::size_t>(levels)}, lods, watch);
 }
 
 }  // namespace KM
@@ -96,7 +102,9 @@ KsLodsTRI KmTriDecimate(int eventCount, const KsEvent* events, int facetCount, c
                         std::span<const double> tolerances) {
     try {
         return KM::DecimateFacets(eventCount, events, facetCount, facets, tolerances);
-    } catch (...) { return {0, 0, nullptr}; }
+    } catch (...) {
+        return {0, 0, nullptr};
+    }
 }
 
 int PINMkVTRISTRIPs(KM::PIN* mesh, int decimate, int* levels, double* tolerances, int* size, int** data) {

@@ -19,13 +19,22 @@ bool IsReducible(const PIN& mesh) {
     return true;
 }
 
+void MeshReducer::TellWatch() const {
+    // Away from boundaries a collapse takes two triangles.
+    const double gone = 6.0 * static_cast<double>(collapses_);
+    const double edges = static_cast<double>(mesh_.edges.size());
+    watch_(gone < edges ? gone / edges : 1.0);
+}
+
 void MeshReducer::RunStage(int level) {
+    if (watch_) TellWatch();
     const double limit = queue_.Threshold(level);
     // Between two collapses nothing changes a refusal. An edge within ordinary tolerances leaves its bucket at the
     // fourth one, so a longer series shows a bucket that the penalty cannot empty.
     const std::size_t longestSeries = 4 * mesh_.edges.size();
     std::size_t series = 0;
     for (int bucket = 0; bucket < queue_.BucketCount() && !(queue_.Threshold(bucket) > limit);) {
+        CountStep();
         const int e = queue_.Oldest(bucket);
         if (e == -1) {
             ++bucket;
@@ -44,6 +53,7 @@ void MeshReducer::RunStage(int level) {
 }
 
 void MeshReducer::Collapse(int edge) {
+    ++collapses_;
     const int start = mesh_.edges[edge].P0;
     const int end = mesh_.edges[mesh_.edges[edge].NE].P0;
     const bool keepsStart = queue_.KeepsStart(edge);

@@ -18,6 +18,7 @@
 #include "Support/LogCapture.h"
 #include "Support/TempFolder.h"
 #include "Utils/U_App/Arguments.h"
+#include "Utils/U_App/Factory.h"
 #include "Utils/U_Settings/Settings.h"
 #include "Utils/U_XMLReader/Dump.h"
 #include "Utils/U_XMLReader/Reader.h"
@@ -126,7 +127,7 @@ TEST(ConfigurationPage, FileChangesSettingsThatAreThere) {
         return Joined({Settings::ToString("Actions.Execute"), Settings::ToString("Debug.VerboseLevel"),
                        Settings::ToString("Debug.Path")});
     });
-    EXPECT_EQ(values, "Actions.KM.Simplify\n4\n/first\n");
+    EXPECT_EQ(values, "KM.Simplify\n4\n/first\n");
 }
 
 TEST(ConfigurationPage, ValuesCanStandForArguments) {
@@ -145,10 +146,20 @@ TEST(ConfigurationPage, ValuesCanStandForArguments) {
     EXPECT_EQ(values, "today.xml\n/first\n/second\n\n1\n");
 }
 
+/// The actions that the page speaks of; a tool brings them.
+void Nothing() {}
+const Factory::FactorySubscriber pageActions[] = {
+    {"KM.Dump.Settings", "V1", Nothing, "", "", __FILE__, ""},
+    {"KM.Simplify", "V1", Nothing, "", "", __FILE__, ""},
+    {"KM.ToolPathGenerator", "V1", Nothing, "", "", __FILE__, ""},
+};
+
 bool LooksLikeAKey(const std::string& text) {
     const auto isLetterOrDot = [](char c) { return c == '.' || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
     const bool isCapital = !text.empty() && text[0] >= 'A' && text[0] <= 'Z';
-    return isCapital && text.find('.') != std::string::npos && std::all_of(text.begin(), text.end(), isLetterOrDot);
+    const bool isFile = text.ends_with(".XML");
+    return isCapital && !isFile && text.find('.') != std::string::npos &&
+           std::all_of(text.begin(), text.end(), isLetterOrDot);
 }
 
 TEST(ConfigurationPage, NamesSettingsThatAreThere) {
@@ -157,10 +168,19 @@ TEST(ConfigurationPage, NamesSettingsThatAreThere) {
     for (std::string name : Between(Page(), "`", "`")) {
         if (!LooksLikeAKey(name)) continue;
         if (name.back() == '.') name.pop_back();
-        EXPECT_TRUE(keys.contains(name)) << name;
+        EXPECT_TRUE(keys.contains(name) || keys.contains("Actions." + name)) << name;
         ++count;
     }
     EXPECT_GE(count, 5);
+}
+
+TEST(ConfigurationPage, NamesEachExitCode) {
+    std::set<std::string> documented;
+    for (const std::string& row : Between(Page(), "\n| ", " |"))
+        if (row.find_first_not_of("0123456789") == std::string::npos) documented.insert("C000" + row);
+    std::set<std::string> known;
+    for (const XML::Base* code : Settings::ToXMLElement("Descriptors.ReturnCodes").Children()) known.insert(code->N());
+    EXPECT_EQ(documented, known);
 }
 
 TEST(ConfigurationPage, NamesAllTypesThatSettingsHave) {

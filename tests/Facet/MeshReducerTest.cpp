@@ -90,6 +90,71 @@ TEST(MeshReducer, EndsForAnyTolerance) {
         }
 }
 
+/// All that `BuildWatchedLods` told.
+struct Told {
+    std::vector<double> shares;
+    std::vector<KsLod> lods;
+    int words = 0;
+};
+
+Told Watched(PIN& mesh, const std::vector<double>& tolerances) {
+    Told told;
+    told.words = BuildWatchedLods(mesh, static_cast<int>(tolerances.size()), tolerances.data(), told.lods,
+                                  [&told](double share) { told.shares.push_back(share); });
+    return told;
+}
+
+TEST(WatchedLods, AreTheSameAndTellWhatHasGone) {
+    const std::vector<double> tolerances{0.01, 0.1, 2.0};
+    for (const int n : {2, 20, 60}) {
+        SCOPED_TRACE(testing::Message() << "n " << n);
+        PIN mesh = BumpySphere(n);
+        PIN plain = mesh;
+        const Told told = Watched(mesh, tolerances);
+        std::vector<KsLod> lods;
+        EXPECT_EQ(BuildDecimatedLods(plain, 3, tolerances.data(), lods), told.words);
+        EXPECT_TRUE(SameRecords(mesh, plain));
+        EXPECT_EQ(PlainStream(told.lods), PlainStream(lods));
+        EXPECT_TRUE(std::is_sorted(told.shares.begin(), told.shares.end()));
+        EXPECT_EQ(told.shares.front(), 0.0);
+        EXPECT_LE(told.shares.back(), 1.0);
+        // At each stage, and often within: a collapse is a step at least.
+        const int gone = 8 * n * n - TriangleCount(mesh);
+        EXPECT_GE(told.shares.size(), 3u + static_cast<unsigned>(gone / 2 / 4096));
+    }
+}
+
+TEST(WatchedLods, CanBeStoppedAnywhere) {
+    const std::vector<double> tolerances{0.0, 0.01, 0.1, 2.0};
+    PIN whole = BumpySphere(60);
+    const std::size_t times = Watched(whole, tolerances).shares.size();
+    ASSERT_GE(times, 6u);
+    for (std::size_t stop = 1; stop <= times; ++stop) {
+        SCOPED_TRACE(testing::Message() << "stop " << stop);
+        PIN mesh = BumpySphere(60);
+        std::vector<KsLod> lods;
+        std::size_t count = 0;
+        const auto watch = [&](double) {
+            if (++count == stop) throw stop;
+        };
+        EXPECT_THROW(BuildWatchedLods(mesh, 4, tolerances.data(), lods, watch), std::size_t);
+        EXPECT_LT(lods.size(), 4u);
+        EXPECT_EQ(FirstBrokenLink(mesh), "");
+        EXPECT_EQ(EulerCharacteristic(mesh), 2);
+        for (const KsLod& lod : lods) EXPECT_GT(lod.size, 3);
+    }
+}
+
+TEST(WatchedLods, RefuseWhatTheOthersRefuse) {
+    PIN mesh = BumpySphere(2);
+    std::vector<KsLod> lods;
+    EXPECT_EQ(BuildWatchedLods(mesh, -1, nullptr, lods, [](double) { FAIL(); }), 0);
+    EXPECT_EQ(BuildWatchedLods(mesh, 1, nullptr, lods, nullptr), 0);
+    PIN nothing;
+    const double tolerance = 1.0;
+    EXPECT_EQ(BuildWatchedLods(nothing, 1, &tolerance, lods, [](double share) { EXPECT_EQ(share, 1.0); }), 3);
+}
+
 TEST(MeshReducer, EachLevelIsTheMeshAtItsStage) {
     const std::vector<double> tolerances{0.02, 0.2, 1.0, 5.0};
     PIN whole = BumpySphere(12);

@@ -24,6 +24,7 @@ void Run(const Values& values) {
     const bool isText = values.IsOn("text");
     if (files.size() > 1 && !std::filesystem::is_directory(out))
         throw Failure(out, "is no folder, and there are " + std::to_string(files.size()) + " files to convert");
+    CheckOutputsDiffer(files, [&out](const std::string& file) { return TargetOf(file, out); });
     double done = 0.0;
     for (const std::string& file : files) {
         NextSlice(++done / static_cast<double>(files.size()));
@@ -32,16 +33,17 @@ void Run(const Values& values) {
         ReadTriangles(file, [&](const double* v) {
             output.Add(Point(v[0], v[1], v[2]), Point(v[3], v[4], v[5]), Point(v[6], v[7], v[8]));
         });
+        output.Finish();
         output.Commit();
         Tell(target + ": " + Count(output.Triangles(), "triangle") + (isText ? ", text\n" : ", binary\n"));
     }
 }
 
 const Verb verb{"convert",
-                "writes STL files anew, text or binary, triangle for triangle",
+                "rewrites STL files as text or binary, triangle for triangle",
                 {InputFiles(),
                  {"out", Kind::Path, "", "the file to write, or a folder that is there", true},
-                 {"text", Kind::Switch, "N", "write text, with six decimals; otherwise binary"}},
+                 {"text", Kind::Switch, "N", "as text, with six decimals; otherwise binary"}},
                 Run};
 const Entry<verb> entry;
 

@@ -30,7 +30,7 @@ void Run(const Values& values) {
     }
 }
 
-const Verb verb{"info", "counts, extents, boundaries, solids, faults, area and volume of parts", {InputFiles()}, Run};
+const Verb verb{"info", "counts, extents, boundaries, solids, faults, area, volume", {InputFiles()}, Run};
 const Entry<verb> entry;
 
 }  // namespace

@@ -30,12 +30,12 @@ void Run(const Values& values) {
     SetToDefaults(settings);
     const std::string out = values.Text("out");
     if (out.empty()) return Print(TextOf(settings));
-    OutputFile(out).Write(TextOf(settings));
+    WriteFile(out, TextOf(settings));
     Tell(out + '\n');
 }
 
 const Verb verb{"settings",
-                "all settings with defaults and help, as a configuration file",
+                "all settings, defaults and help, as a configuration file",
                 {{"out", Kind::Path, "", "the XML file to write; otherwise standard output"}},
                 Run};
 const Entry<verb> entry;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -39,6 +40,15 @@ KM_API int BuildSingleLod(PIN& mesh, const double* tolerance, std::vector<KsLod>
 /// An edge whose collapse would turn a triangle over waits, and is put off for good at the fourth refusal. Above a
 /// tolerance of about 1e10 that can take practically for ever; a stage then ends where nothing more can be collapsed.
 KM_API int BuildDecimatedLods(PIN& mesh, int levels, const double* tolerances, std::vector<KsLod>& lods);
+
+/// `BuildDecimatedLods` for one who waits: the same levels, bit by bit.
+///
+/// @param watch  is told every few milliseconds how much of the mesh has gone, as a fraction that never falls, and that
+///               may end far below 1. What it throws ends the work and passes on; then the mesh is reduced in part, with
+///               links as sound as at the end of a level, and `lods` has those levels that were whole. Must not touch
+///               the mesh; an empty one is told nothing
+KM_API int BuildWatchedLods(PIN& mesh, int levels, const double* tolerances, std::vector<KsLod>& lods,
+                            const std::function<void(double)>& watch);
 
 /// Flattens levels into the stream. A level of the same size as the one before it in `lods` is left out.
 ///

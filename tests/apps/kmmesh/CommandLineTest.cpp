@@ -52,19 +52,24 @@ TEST(CommandLine, ExplainsWhatIsWrongInOneLine) {
         int exitCode;
         const char* fault;
     } wrong[] = {
-        {{"decmate", "a.stl"}, 4, "\"decmate\" is no verb and no file; see kmmesh --help"},
-        {{"--bad"}, 4, "\"--bad\" is no verb and no option; see kmmesh --help"},
-        {{"-q", "decmate"}, 4, "\"decmate\" is no verb and no option; see kmmesh --help"},
+        {{"decmate", "a.stl"}, 4, "decmate: no such verb or file; see kmmesh --help"},
+        {{"--bad"}, 4, "--bad: no such verb or option; see kmmesh --help"},
+        {{"-q", "decmate"}, 4, "decmate: no such verb or option; see kmmesh --help"},
         {{"-q"}, 3, "no verb; see kmmesh --help"},
-        {{"info"}, 3, "FILE is required; see kmmesh info --help"},
-        {{"convert", "a.stl"}, 3, "--out is required; see kmmesh convert --help"},
-        {{"info", "a.stl", "--bad"}, 4, "The following argument was not expected: --bad; see kmmesh info --help"},
-        {{"info", "a.stl", "--verbose", "7"}, 4, "--verbose: Value 7 not in range 0 to 6; see kmmesh info --help"},
+        {{"info"}, 3, "FILE: is needed; see kmmesh info --help"},
+        {{"convert", "a.stl"}, 3, "--out: is needed; see kmmesh convert --help"},
+        {{"convert", "a.stl", "--bad"}, 4, "--bad: not expected here; see kmmesh convert --help"},
+        {{"info", "a.stl", "--bad"}, 4, "--bad: not expected here; see kmmesh info --help"},
+        {{"settings", "a.stl"}, 4, "a.stl: not expected here; see kmmesh settings --help"},
+        {{"settings", "--", "a", "b"}, 4, "a: not expected here; see kmmesh settings --help"},
+        {{"info", "a.stl", "--verbose", "7"}, 4, "--verbose: \"7\" is no level from 0 to 6; see kmmesh info --help"},
+        {{"info", "a.stl", "--verbose"}, 4, "--verbose: takes one value; see kmmesh info --help"},
         {{"info", "a.stl", "--save", "j.txt"}, 4, "--save: \"j.txt\" does not end in .xml; see kmmesh info --help"},
+        {{"lods", "a.stl", "--out", "a", "--out", "b"}, 4, "--out: takes one value; see kmmesh lods --help"},
+        {{"lods", "a.stl", "--text=x"}, 4, "--text: takes no value; see kmmesh lods --help"},
         {{"lods", "a.stl", "--tolerances", "x"},
          4,
-         "--tolerances: distance \"x\": is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%; "
-         "see "
+         "--tolerances: \"x\": is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%; see "
          "kmmesh lods --help"},
     };
     for (const auto& [words, exitCode, fault] : wrong) {

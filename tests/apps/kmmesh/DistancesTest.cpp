@@ -25,7 +25,7 @@ TEST(DistancesOf, RefusesAllElse) {
     }
     EXPECT_EQ(FaultOfDistances("1,2%"), "");
     EXPECT_EQ(FaultOfDistances("1,x"),
-              "distance \"x\": is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%");
+              "\"x\": is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ using Test::Lines;
 
 void ExpectFitsAScreen(const std::string& text) {
     EXPECT_LE(Lines(text).size(), 24u) << text;
-    for (const std::string& line : Lines(text)) EXPECT_LE(line.size(), 110u) << line;
+    for (const std::string& line : Lines(text)) EXPECT_LE(line.size(), 80u) << line;
 }
 
 TEST(Help, FitsAScreen) {
@@ -32,8 +32,8 @@ TEST(Help, NamesEachVerbAndEachOption) {
 TEST(Help, ShowsDefaultsAndWhatIsNeeded) {
     const Verb verb{
         "probe", "probes", {{"a", Kind::Text, "x", "first"}, {"b", Kind::Number, "", "second", true}}, nullptr};
-    EXPECT_NE(HelpOf(verb).find("  --a TEXT            first (x)\n"), std::string::npos) << HelpOf(verb);
-    EXPECT_NE(HelpOf(verb).find("  --b N               second (needed)\n"), std::string::npos) << HelpOf(verb);
+    EXPECT_NE(HelpOf(verb).find("  --a TEXT           first (x)\n"), std::string::npos) << HelpOf(verb);
+    EXPECT_NE(HelpOf(verb).find("  --b N              second (needed)\n"), std::string::npos) << HelpOf(verb);
 }
 
 }  // namespace

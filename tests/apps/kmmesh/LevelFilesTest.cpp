@@ -91,6 +91,15 @@ TEST(Levels, AreInTheFileAsTheyAreInMemory) {
     EXPECT_TRUE(file.IsAtEnd());
 }
 
+TEST(Levels, CanBeWatchedAndStopped) {
+    PIN mesh = BumpySphere(12);
+    int count = 0;
+    const Levels levels(mesh, {0.0, 5.0}, [&count](double) { ++count; });
+    EXPECT_GE(count, 2);
+    PIN other = BumpySphere(12);
+    EXPECT_THROW(Levels(other, {0.0, 5.0}, [](double) { throw 1; }), int);
+}
+
 TEST(Levels, LeaveOutThoseInWhichNothingWent) {
     PIN mesh = Cube();
     const Levels levels(mesh, {0.0, 0.0, 1e-9});

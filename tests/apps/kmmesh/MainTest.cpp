@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 
 #include "KmVersion.h"
+#include "Support/WindowInbox.h"
 #include "ToolRun.h"
 
 namespace KM::Test {
@@ -49,8 +51,8 @@ TEST_F(Main, ShowsHelpAndVersion) {
 }
 
 TEST_F(Main, RefusesACommandLineThatDoesNotFit) {
-    ExpectRefusal({"decmate", "cube.stl"}, 4, "\"decmate\" is no verb and no file; see kmmesh --help");
-    ExpectRefusal({"info"}, 3, "FILE is required; see kmmesh info --help");
+    ExpectRefusal({"decmate", "cube.stl"}, 4, "decmate: no such verb or file; see kmmesh --help");
+    ExpectRefusal({"info"}, 3, "FILE: is needed; see kmmesh info --help");
     ExpectRefusal({"--quiet"}, 3, "no verb; see kmmesh --help");
     ExpectRefusal({"info", "a\nb"}, 4,
                   std::string("\"") + (folder / "a?b") +
@@ -100,14 +102,15 @@ TEST_F(Main, GivesBadConfigurationsTheirExitCodes) {
     folder.Write("unknown.xml", "<Settings><Actions><Execute>No.Such</Execute></Actions></Settings>");
     folder.Write("text.xml", "this is no XML at all");
     fs::create_directory(folder / "folder.xml");
-    ExpectRefusal({"broken.xml"}, 4, "invalid configuration: Bad XML File");
-    EXPECT_EQ(Run({"cut.xml"}).exitCode, 4);
-    ExpectRefusal({"noaction.xml"}, 4, "the configuration names no action in Actions.Execute");
-    ExpectRefusal({"text.xml"}, 4, "the configuration names no action in Actions.Execute");
-    ExpectRefusal({"unknown.xml"}, 4, "there is no action \"No.Such\"");
-    ExpectRefusal({"nowhere.xml"}, 3, "nowhere.xml: no configuration file; see kmmesh --help");
-    ExpectRefusal({"cube.stl"}, 3, "cube.stl: no configuration file; see kmmesh --help");
-    EXPECT_NE(Run({"folder.xml"}).exitCode, 0);
+    ExpectRefusal({"broken.xml"}, 4, "broken.xml: is no sound configuration; the log tells why");
+    ExpectRefusal({"noaction.xml", "cut.xml"}, 4, "cut.xml: is no sound configuration; the log tells why");
+    ExpectRefusal({"noaction.xml"}, 4, "Actions.Execute: names no action");
+    ExpectRefusal({"text.xml"}, 4, "Actions.Execute: names no action");
+    ExpectRefusal({"unknown.xml"}, 4, "No.Such: no such action");
+    ExpectRefusal({"nowhere.xml"}, 3, "nowhere.xml: no such configuration; see kmmesh --help");
+    ExpectRefusal({"cube.stl"}, 3, "cube.stl: no such configuration; see kmmesh --help");
+    ExpectRefusal({"folder.xml"}, 3, "folder.xml: no such configuration; see kmmesh --help");
+    ExpectRefusal({""}, 3, "\"\": no such configuration; see kmmesh --help");
 }
 
 TEST_F(Main, ActsOnTheSwitchesOfTheFramework) {
@@ -122,6 +125,29 @@ TEST_F(Main, ActsOnTheSwitchesOfTheFramework) {
     EXPECT_EQ(Run({"/X", "x"}).exitCode, 0);
     EXPECT_EQ(Run({"/T"}).exitCode, 0);
     EXPECT_TRUE(folder.Has("KMHSTweak.XML"));
+}
+
+TEST_F(Main, TellsWhatASwitchCannotWrite) {
+    fs::create_directory(folder / "KMHSTweak.XML");
+    ExpectRefusal({"/C", "cube.stl/all.xml"}, 9, "cube.stl/all.xml: cannot be written; the log tells why");
+    ExpectRefusal({"/t"}, 9, "KMHSTweak.XML: cannot be written; the log tells why");
+}
+
+TEST_F(Main, SendsProgressToTheWindowOfItsHost) {
+    const WindowInbox window(static_cast<std::uint64_t>(getpid()));
+    ASSERT_TRUE(window.IsOpen());
+    const std::string number = std::to_string(getpid());
+    folder.Write("told.xml",
+                 "<S><Communication><EnableInCacheProgressStatus>Y</EnableInCacheProgressStatus>"
+                 "</Communication></S>");
+    folder.Write("job.xml", InfoOf("%1"));
+    EXPECT_EQ(Run({"told.xml", "job.xml", "cube.stl", number}).exitCode, 0);
+    EXPECT_TRUE(Has(window.Take(), "Info"));
+    while (window.Take() != "nothing") continue;
+    // The fourth word of people is their own.
+    folder.Write(number, BinaryStl(CubeFacets().AsSoup()));
+    EXPECT_EQ(Run({"info", "cube.stl", "cube.stl", number}).exitCode, 0);
+    EXPECT_EQ(window.Take(), "nothing");
 }
 
 TEST_F(Main, KeepsAConfigurationThatGivesTheSameFromAnywhere) {
@@ -141,9 +167,8 @@ TEST_F(Main, KeepsAConfigurationThatGivesTheSameFromAnywhere) {
 TEST_F(Main, KeepsAConfigurationEvenOfARunThatFails) {
     EXPECT_EQ(Run({"info", "nowhere.stl", "--save", "job.xml"}).exitCode, 9);
     EXPECT_TRUE(Has(folder.Bytes("job.xml"), "<Execute>Mesh.Info</Execute>"));
-    ExpectRefusal(
-        {"info", "cube.stl", "--save", "cube.stl/job.xml"}, 9,
-        (folder / "cube.stl") == "" ? "" : "cube.stl/job.xml: cannot be written: no folder cube.stl (Not a directory)");
+    ExpectRefusal({"info", "cube.stl", "--save", "cube.stl/job.xml"}, 9,
+                  "cube.stl/job.xml: cannot be written: no folder cube.stl (Not a directory)");
 }
 
 TEST_F(Main, ShowsTheLogWhenAsked) {

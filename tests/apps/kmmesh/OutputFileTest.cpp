@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 
 #include "Failure.h"
 #include "Support/InChild.h"
@@ -21,7 +22,7 @@ using Names = std::vector<std::string>;
 
 std::string FaultOf(const std::string& name) {
     try {
-        OutputFile(name).Write("new");
+        WriteFile(name, "new");
     } catch (const Failure& failure) {
         return failure.what();
     }
@@ -34,6 +35,8 @@ TEST(OutputFile, AppearsWhenItIsWholeAndNotBefore) {
     EXPECT_TRUE(folder.Has("a/b"));
     EXPECT_FALSE(folder.Has("a/b/out.txt"));
     file.Write("text");
+    EXPECT_FALSE(folder.Has("a/b/out.txt"));
+    file.Commit();
     EXPECT_EQ(folder.Bytes("a/b/out.txt"), "text");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder / "a/b"), fs::directory_iterator()), 1);
 }
@@ -50,12 +53,28 @@ TEST(OutputFile, LeavesNothingWithoutCommit) {
     EXPECT_EQ(folder.Bytes("old"), "old");
 }
 
+TEST(OutputFile, IsNotDisturbedByWhatKilledRunsLeft) {
+    const TempFolder folder;
+    // The names that the next files of this process would have.
+    const std::string used = OutputFile(folder / "a").TemporaryName();
+    const std::size_t dash = used.rfind('-');
+    const int number = std::atoi(used.c_str() + dash + 1);
+    const std::string left = used.substr(0, dash + 1) + std::to_string(number + 1) + ".tmp";
+    const std::string leftFolder = used.substr(0, dash + 1) + std::to_string(number + 2) + ".tmp";
+    folder.Write(fs::path(left).filename().string(), "half");
+    fs::create_directory(leftFolder);
+    EXPECT_EQ(FaultOf(folder / "a"), "");
+    EXPECT_EQ(folder.Bytes("a"), "new");
+    EXPECT_EQ(folder.Bytes(fs::path(left).filename().string()), "half");
+    EXPECT_EQ(folder.Names().size(), 3u);
+}
+
 TEST(OutputFile, FollowsLinksAndKeepsPermissions) {
     const TempFolder folder;
     folder.Write("target", "old");
     chmod((folder / "target").c_str(), 0640);
     fs::create_symlink("target", folder / "link");
-    OutputFile(folder / "link").Write("new");
+    WriteFile(folder / "link", "new");
     EXPECT_EQ(folder.Bytes("target"), "new");
     EXPECT_TRUE(fs::is_symlink(folder / "link"));
     EXPECT_EQ(fs::status(folder / "target").permissions(), fs::perms(0640));
@@ -97,6 +116,7 @@ TEST(StlOutput, WritesBothFormats) {
         StlOutput output(folder / "cube.stl", isText);
         for (std::size_t i = 0; i < soup.size(); i += 3) output.Add(soup[i], soup[i + 1], soup[i + 2]);
         EXPECT_EQ(output.Triangles(), 12);
+        output.Finish();
         output.Commit();
         EXPECT_EQ(CornersOf(folder / "cube.stl"), soup);
         EXPECT_EQ(folder.Bytes("cube.stl").starts_with("solid\n"), isText);
@@ -116,7 +136,7 @@ TEST(StlOutput, LeavesTheOldFileWhenTheDiskIsFull) {
             try {
                 StlOutput output(folder / "a.stl", isText);
                 for (int i = 0; i < 10000; ++i) output.Add({0, 0, 0}, {1, 0, 0}, {0, 1, 0});
-                output.Commit();
+                output.Finish();
             } catch (const Failure& failure) {
                 return std::string(failure.what());
             }

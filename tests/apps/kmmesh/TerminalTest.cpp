@@ -34,6 +34,7 @@ TEST_F(OnATerminal, DrawsProgressInPlaceAndWipesItOff) {
     EXPECT_TRUE(shown.starts_with("\r[")) << shown;
     EXPECT_TRUE(Has(shown, "\rball.stl: 28800 triangles in the file\r\n")) << shown;
     EXPECT_FALSE(Has(shown, "\x1b")) << shown;
+    EXPECT_TRUE(Has(shown, "\r" + std::string(79, ' ') + "\r")) << shown;
 }
 
 TEST_F(OnATerminal, DrawsNoneWhenQuiet) {
@@ -53,6 +54,13 @@ TEST_F(OnATerminal, LeavesNoHalfWrittenFileWhenStopped) {
     ExpectStops({"convert", "endless.stl", "--out", "out.stl"}, "[", "\x03");
     EXPECT_EQ(folder.Names(), (Names{"endless.stl", "out.stl"}));
     EXPECT_EQ(folder.Bytes("out.stl"), "old");
+}
+
+// A million triangles. Where the first collapse has gone and the last has not, no file may appear.
+TEST_F(OnATerminal, StopsWithinAReduction) {
+    folder.Write("large.stl", BinaryStl(BumpySphereFacets(354).AsSoup()));
+    ExpectStops({"lods", "large.stl", "--out", "."}, " 30 %", "\x1b");
+    EXPECT_EQ(folder.Names(), (Names{"endless.stl", "large.stl"}));
 }
 
 TEST_F(OnATerminal, ColoursFailuresAndTheLogUnlessToldNotTo) {

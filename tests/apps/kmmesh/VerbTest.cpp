@@ -47,7 +47,12 @@ TEST(Values, AreReadByKind) {
     Set("title", "");
     Set("levels", "x");
     EXPECT_THROW(values.Text("title"), Failure);
-    EXPECT_THROW(values.Distances("levels", 8.0), Failure);
+    try {
+        values.Distances("levels", 8.0);
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_TRUE(std::string(failure.what()).starts_with("Actions.Mesh.TwoWords.Levels: \"x\": is neither "));
+    }
 }
 
 TEST(Values, TakeFilesFromTheSettingAndItsChildren) {

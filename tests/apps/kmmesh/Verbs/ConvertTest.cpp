@@ -52,6 +52,16 @@ TEST(Convert, WritesSeveralIntoAFolder) {
     EXPECT_TRUE(tool.folder.Has("out/a.stl") && tool.folder.Has("out/b.stl"));
 }
 
+TEST(Convert, RefusesTwoFilesOfOneName) {
+    const ToolRun tool;
+    for (const char* folder : {"sub", "out"}) std::filesystem::create_directory(tool.folder / folder);
+    for (const char* name : {"a.stl", "sub/a.stl"}) tool.folder.Write(name, BinaryStl(CubeFacets().AsSoup()));
+    const ToolResult result = tool.Run({"convert", "a.stl", "sub/a.stl", "--out", "out"});
+    EXPECT_EQ(result.exitCode, 9);
+    EXPECT_EQ(Lines(result.errors).size(), 1u);
+    EXPECT_FALSE(tool.folder.Has("out/a.stl"));
+}
+
 TEST(Convert, LeavesNothingBehindAFailure) {
     const ToolRun tool;
     tool.folder.Write("old.stl", "old");

@@ -59,10 +59,29 @@ TEST(Lods, KeepsWhatCannotBeReplaced) {
     const ToolRun tool;
     tool.folder.Write("a.stl", BinaryStl(CubeFacets().AsSoup()));
     std::filesystem::create_directory(tool.folder / "a.level1.stl");
+    tool.folder.Write("a.levels.bin", "old");
     const ToolResult result = tool.Run({"lods", "a.stl"});
     EXPECT_EQ(result.exitCode, 9);
     EXPECT_EQ(result.errors, "kmmesh: " + (tool.folder / "a.level1.stl") + ": cannot be written: it is a folder\n");
-    EXPECT_EQ(tool.folder.Names(), (Names{"a.level1.stl", "a.stl"}));
+    EXPECT_EQ(tool.folder.Names(), (Names{"a.level1.stl", "a.levels.bin", "a.stl"}));
+    EXPECT_EQ(tool.folder.Bytes("a.levels.bin"), "old");
+}
+
+TEST(Lods, WritesAllFilesOrNone) {
+    const ToolRun tool;
+    tool.folder.Write("a.stl", BinaryStl(BumpySphereFacets(8).AsSoup()));
+    std::filesystem::create_directory(tool.folder / "a.level2.stl");
+    EXPECT_EQ(tool.Run({"lods", "a.stl", "--tolerances", "0,1%"}).exitCode, 9);
+    EXPECT_EQ(tool.folder.Names(), (Names{"a.level2.stl", "a.stl"}));
+}
+
+TEST(Lods, RefusesAFolderThatCannotBeWrittenAheadOfTheWork) {
+    const ToolRun tool;
+    tool.folder.Write("a.stl", BinaryStl(CubeFacets().AsSoup()));
+    const ToolResult result = tool.Run({"lods", "a.stl", "--out", "a.stl"});
+    EXPECT_EQ(result.exitCode, 9);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(Lines(result.errors).size(), 1u) << result.errors;
 }
 
 }  // namespace
