@@ -176,6 +176,25 @@ TEST(RemoveNode, RefusesAFanWithAFaceThatIsNoTriangle) {
     EXPECT_EQ(RefusalsOf(mesh, 4), Texts());
 }
 
+TEST(RemoveNode, TellsOfABoundaryAndOfAWrongEntryWhateverTheFacesAre) {
+    // One face in the fan of node 1, at the middle of a side, has four edges.
+    PIN open = Grid(2);
+    const std::vector<int> fan = AllStartingEdges(open, 1);
+    ASSERT_EQ(fan.size(), 3u);
+    AddPoint(open, P(9, 9, 9));
+    SplitEdge2(open, open.edges[fan[1]].NE, 9);
+    const Texts texts = RefusalsOf(open, 1);
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_TRUE(texts[0] == "Found orphan start edge in RemoveNode!" ||
+                texts[0] == "Found orphan end edge in RemoveNode!");
+
+    PIN closed = RegularBipyramid(4);
+    AddPoint(closed, P(0.5, 0.5, 0.5));
+    SplitEdge2(closed, closed.p2e[4], 6);
+    closed.p2e[5] = closed.p2e[4];
+    EXPECT_EQ(RefusalsOf(closed, 5), (Texts{"Found start edge that doesn't have correct starting point!"}));
+}
+
 TEST(RemoveNode, RefusesARingThatFoldsOntoItself) {
     // Two triangles (0, 0, 1), each rolled up to a cone, joined along their edges 0-0: each is met twice round node 0.
     PIN mesh;
