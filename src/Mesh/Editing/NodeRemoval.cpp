@@ -31,35 +31,38 @@ double AngleBetween(const TPoint<double>& u, const TPoint<double>& v) {
     return product > 0.0 ? 0.0 : Pi;
 }
 
-/// The triangles round one node, each by its edge e that starts at the node: ne lies on the ring, and pe comes back to
-/// the node. The edge e of one triangle is the twin of pe in the one before it.
+/// The faces round one node, each by its edge e that starts at the node: ne lies on the ring, and pe comes back to the
+/// node. The edge e of one face is the twin of pe in the one before it.
 class NodeRemoval {
 public:
     NodeRemoval(PIN& mesh, int node) : mesh_(mesh), node_(node) {}
 
     bool Run() {
         // Compaction of a node needs every entry.
-        if (mesh_.p2e.size() != mesh_.points.size() || !CollectTriangles()) return false;
+        if (mesh_.p2e.size() != mesh_.points.size() || !CollectFaces()) return false;
         std::rotate(fan_.begin(), fan_.begin() + SharpestCorner(), fan_.end());
-        if (!IsClosed() || IsFolded()) return false;
+        // Faces of any length come so far: a boundary is told whatever lies at it.
+        if (!IsClosed() || IsFolded() || !AreTriangles()) return false;
         FillRing();
         Compact();
         return true;
     }
 
 private:
-    bool CollectTriangles() {
+    bool CollectFaces() {
         const std::vector<int> edges = AllStartingEdges(mesh_, node_);
         if (edges.size() < 3) return false;
         fan_.reserve(edges.size());
         for (const int e : edges) {
-            const auto triangle = OnTriangle(mesh_, e);
-            if (!triangle || !IsNode(mesh_, StartOf(triangle->ne)) || !IsNode(mesh_, StartOf(triangle->pe)))
-                return false;
-            fan_.push_back(*triangle);
+            const auto face = OnLoop(mesh_, e);
+            if (!face || !IsNode(mesh_, StartOf(face->ne)) || !IsNode(mesh_, StartOf(Third(*face)))) return false;
+            fan_.push_back(*face);
         }
         return true;
     }
+
+    /// The same as pe on a triangle.
+    int Third(const Surroundings& face) const { return mesh_.edges[face.ne].NE; }
 
     int StartOf(int e) const { return mesh_.edges[e].P0; }
     const TPoint<double>& StartPoint(int e) const { return mesh_.points[StartOf(e)]; }
@@ -72,8 +75,8 @@ private:
         for (std::size_t i = 0; i < fan_.size(); ++i) {
             const Surroundings& one = fan_[i];
             const Surroundings& next = fan_[(i + 1) % fan_.size()];
-            const double angle = AngleBetween(StartPoint(one.ne) - StartPoint(one.pe),  //
-                                              StartPoint(next.pe) - StartPoint(next.ne));
+            const double angle = AngleBetween(StartPoint(one.ne) - StartPoint(Third(one)),  //
+                                              StartPoint(Third(next)) - StartPoint(next.ne));
             if (angle < best) {
                 best = angle;
                 sharpest = i;
@@ -106,6 +109,10 @@ private:
         for (const auto& [e, ne, pe] : fan_) parts.insert(parts.end(), {e, ne, pe});
         std::sort(parts.begin(), parts.end());
         return std::adjacent_find(parts.begin(), parts.end()) != parts.end();
+    }
+
+    bool AreTriangles() const {
+        return std::all_of(fan_.begin(), fan_.end(), [&](const Surroundings& face) { return Third(face) == face.pe; });
     }
 
     void FillRing() {

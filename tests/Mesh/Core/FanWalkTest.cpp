@@ -20,6 +20,16 @@ TEST(FanWalk, VisitsAnOpenFanFromItsOpenEnd) {
     EXPECT_EQ(FanWalk(mesh, 1).Count(), 2u);
 }
 
+TEST(FanWalk, ThroughAnEdgeVisitsTheFanOfThatEdge) {
+    const PIN mesh = BowTie();  // node 1 has the edges 1 and 3, each a fan of its own
+    for (const int edge : {1, 3}) {
+        const auto fan = FanWalk<PIN>::Through(mesh, edge);
+        EXPECT_EQ(fan.First(), edge);
+        EXPECT_EQ(fan.Count(), 1u);
+    }
+    EXPECT_EQ(FanWalk<PIN>::Through(mesh, -1).Count(), 0u);
+}
+
 TEST(FanWalk, OfADeadOrMissingNodeHasNoEdges) {
     PIN mesh = UnitSquare();
     mesh.p2e[2] = -1;

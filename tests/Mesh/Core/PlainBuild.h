@@ -147,6 +147,9 @@ void MoveEdgeRecord(Mesh& mesh, int from, int to, VisitorOf<Mesh>& visitor) {
     }
     visitor.MoveEdge(mesh.edges[to], from, to);
     mesh.edges[to] = mesh.edges[from];
+    const int node = mesh.edges[to].P0;
+    if (mesh.p2e.size() == mesh.points.size() && node >= 0 && node < static_cast<int>(mesh.p2e.size()))
+        mesh.p2e[node] = to;
 }
 
 template <class Mesh>
