@@ -9,4 +9,7 @@ bool IsKeyboardThere();
 /// is no terminal never has one.
 int TakeKey();
 
+/// Puts the terminal as it was before a look that goes on at this moment. For signal handlers that end the process.
+void RestoreKeyboard();
+
 }  // namespace KM::Platform

@@ -4,8 +4,14 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <atomic>
+
 namespace KM::Platform {
 namespace {
+
+// For the handler of a signal that comes while the keyboard is raw.
+termios settingsToRestore{};
+std::atomic<bool> isRestoreNeeded{false};
 
 /// Hands out keys one by one, without waiting for the end of a line; puts the terminal back as it was. Kept only for the
 /// moment of a look, so that a process that is killed leaves its terminal in order.
@@ -17,12 +23,15 @@ public:
         raw.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
         raw.c_cc[VMIN] = 0;
         raw.c_cc[VTIME] = 0;
+        settingsToRestore = before_;
+        isRestoreNeeded = true;
         isRaw_ = tcsetattr(STDIN_FILENO, TCSANOW, &raw) == 0;
     }
     RawKeyboard(const RawKeyboard&) = delete;
     RawKeyboard& operator=(const RawKeyboard&) = delete;
     ~RawKeyboard() {
         if (isRaw_) tcsetattr(STDIN_FILENO, TCSANOW, &before_);
+        isRestoreNeeded = false;
     }
 
     int Take() const {
@@ -45,5 +54,9 @@ bool IsKeyboardThere() {
 }
 
 int TakeKey() { return IsKeyboardThere() ? RawKeyboard().Take() : -1; }
+
+void RestoreKeyboard() {
+    if (isRestoreNeeded) tcsetattr(STDIN_FILENO, TCSANOW, &settingsToRestore);
+}
 
 }  // namespace KM::Platform

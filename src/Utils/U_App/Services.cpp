@@ -18,10 +18,29 @@ std::ostream*& CurrentDumpStream() {
     return current;
 }
 
+// Policies that are never destroyed, for the same reason.
+const StatusPolicy*& CurrentStatus() {
+    static const StatusPolicy* current = new StatusPolicy;
+    return current;
+}
+
+const AbortEventPolicy*& CurrentAbortEvent() {
+    static const AbortEventPolicy* current = new AbortEventPolicy;
+    return current;
+}
+
 }  // namespace
 
 std::ostream& Services::DumpStream() { return *CurrentDumpStream(); }
 
 void Services::DumpStream(std::ostream& stream) { CurrentDumpStream() = &stream; }
+
+const StatusPolicy& Services::Status() { return *CurrentStatus(); }
+
+void Services::Status(const StatusPolicy& policy) { CurrentStatus() = &policy; }
+
+const AbortEventPolicy& Services::AbortEvent() { return *CurrentAbortEvent(); }
+
+void Services::AbortEvent(const AbortEventPolicy& policy) { CurrentAbortEvent() = &policy; }
 
 }  // namespace KM::Application

@@ -36,7 +36,7 @@ void AnnounceScopes() {
         // Counted before it is written, since a device may log from inside a line.
         const int next = state.announced++;
         try {
-            WriteRecord({state.scopes[static_cast<std::size_t>(next)], "", "", 0, true, false});
+            WriteRecord({state.scopes[static_cast<std::size_t>(next)].name, "", "", 0, true, false});
         } catch (...) {
             state.announced = next;
             throw;
@@ -61,10 +61,8 @@ void AppendColored(std::string& text, int color, const std::string& colored) {
 }
 
 void AppendLabel(std::string& text, const std::string& label, bool isPlain) {
-    if (isPlain)
-        text += label;
-    else
-        AppendColored(text, LabelColor(label), label);
+    if (isPlain) text += label;
+    else AppendColored(text, LabelColor(label), label);
 }
 
 // Statement by statement, since formatters may count on the order of the calls.
@@ -105,16 +103,21 @@ std::string SecondsSince(double start) {
 /// The closing of a scope: keeps an abort away, and takes an entry off the stack also when the device throws.
 class Closing {
 public:
-    Closing() { State().checkAbortEnabled = false; }
+    explicit Closing(const Scope* scope) : scope_(scope) { State().checkAbortEnabled = false; }
     Closing(const Closing&) = delete;
     Closing& operator=(const Closing&) = delete;
     ~Closing() {
         LogState& state = State();
         // The last entry, without a search: scopes are strictly nested.
         state.scopes.pop_back();
+        for (OpenScope& open : state.scopes)
+            if (open.scope == scope_) open.scope = nullptr;
         state.announced = std::min(state.announced, static_cast<int>(state.scopes.size()));
         state.checkAbortEnabled = true;
     }
+
+private:
+    const Scope* scope_;
 };
 
 }  // namespace
@@ -180,19 +183,28 @@ int& CurrentIndentation() { return State().indentation; }
 std::string& IndentAppearance() { return State().indentAppearance; }
 int CurrentLineNumber() { return 0; }
 
-Scope::Scope(const std::string& name) : startTime_(Time::Get()), name_(name) { State().scopes.push_back(name); }
+Scope::Scope(const std::string& name) : startTime_(Time::Get()), name_(name) { State().scopes.push_back({name, this}); }
 
 Scope::~Scope() { Unrole(); }
 
 void Scope::Unrole() {
     if (closed_) return;
     closed_ = true;
-    const Closing closing;
+    const Closing closing(this);
     LogState& state = State();
     if (state.announced != static_cast<int>(state.scopes.size())) return;
     WriteRecord({"Time", SecondsSince(startTime_), "", 0, true, true});
     --state.announced;
     WriteRecord({name_, "", "", 0, false, true});
+}
+
+void UnroleInnermost() {
+    Scope* const scope = State().scopes.back().scope;
+    if (scope != nullptr) return scope->Unrole();
+    const bool isShown = State().announced == static_cast<int>(State().scopes.size());
+    const std::string name = State().scopes.back().name;
+    const Closing closing(nullptr);
+    if (isShown) WriteRecord({name, "", "", 0, false, true});
 }
 
 void Scope::Dummy() { dummyTime_ = startTime_; }

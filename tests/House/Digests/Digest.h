@@ -34,5 +34,6 @@ void Print(const std::string& what, const Digest& digest);
 void PrintHostRoadDigests(const std::string& samples);
 void PrintLineDigests();
 void PrintPlaneAndSolverDigests();
+void PrintPolygonDigests();
 
 }  // namespace KM::Test

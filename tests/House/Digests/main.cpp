@@ -18,5 +18,6 @@ int main(int argc, char** argv) {
     KM::Test::PrintHostRoadDigests(argv[1]);
     KM::Test::PrintLineDigests();
     KM::Test::PrintPlaneAndSolverDigests();
+    KM::Test::PrintPolygonDigests();
     return 0;
 }

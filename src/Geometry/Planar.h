@@ -1,0 +1,42 @@
+#pragma once
+
+#include <algorithm>
+#include <limits>
+
+#include "Geometry/Point.h"
+
+namespace KM {
+
+/// A box in XY, with its border.
+struct PlaneBox {
+    double minX, minY, maxX, maxY;
+
+    bool Meets(const PlaneBox& b) const { return minX <= b.maxX && b.minX <= maxX && minY <= b.maxY && b.minY <= maxY; }
+};
+
+/// The box without a point: it meets no box of finite size, and adds nothing to another one.
+inline constexpr PlaneBox Nowhere = {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
+                                     -std::numeric_limits<double>::infinity(),
+                                     -std::numeric_limits<double>::infinity()};
+
+inline PlaneBox Union(const PlaneBox& a, const PlaneBox& b) {
+    return {std::min(a.minX, b.minX), std::min(a.minY, b.minY), std::max(a.maxX, b.maxX), std::max(a.maxY, b.maxY)};
+}
+
+/// The box of one point.
+inline PlaneBox At(const TPoint<double>& p) { return {p.X, p.Y, p.X, p.Y}; }
+
+/// The square of the distance in XY.
+inline double DistanceSquaredInXY(const TPoint<double>& a, const TPoint<double>& b) {
+    const double dx = b.X - a.X;
+    const double dy = b.Y - a.Y;
+    return dx * dx + dy * dy;
+}
+
+/// How an outline turns at B, between A and C: twice the area of the triangle, negative for a turn to the left.
+template <class Place>
+double TurnAt(const Place& A, const Place& B, const Place& C) {
+    return (A.X - B.X) * (C.Y - B.Y) - (A.Y - B.Y) * (C.X - B.X);
+}
+
+}  // namespace KM

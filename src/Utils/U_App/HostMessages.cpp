@@ -1,0 +1,195 @@
+#include "Utils/U_App/HostMessages.h"
+
+#include <climits>
+#include <utility>
+
+#include "Platform/WindowMessages.h"
+
+namespace KM {
+namespace {
+
+constexpr std::int32_t WordSize = 4;
+constexpr std::size_t LongestText = INT_MAX - 5 * WordSize;
+
+void AppendWord(std::vector<unsigned char>& block, std::int32_t word) {
+    for (int shift = 0; shift < 32; shift += 8)
+        block.push_back(static_cast<unsigned char>(static_cast<std::uint32_t>(word) >> shift));
+}
+
+void AppendText(std::vector<unsigned char>& block, const std::string& text) {
+    block.insert(block.end(), text.begin(), text.end());
+}
+
+bool FitsInBlock(const std::string& text) { return !text.empty() && text.size() <= LongestText; }
+
+/// Reads a block from its start; from the first part on that is not there, `IsGood` is false.
+class BlockReader {
+public:
+    BlockReader(const void* data, int size)
+        : at_(static_cast<const unsigned char*>(data)), left_(data != nullptr && size > 0 ? size : 0) {}
+
+    bool IsGood() const { return isGood_; }
+    /// A number of so many bytes, at most 4; those that are missing count as 0.
+    std::int32_t Number(std::int32_t bytes) {
+        std::uint32_t value = 0;
+        isGood_ = isGood_ && bytes <= WordSize;
+        if (!Has(bytes)) return 0;
+        for (int i = 0; i < bytes; ++i) value |= static_cast<std::uint32_t>(*at_++) << 8 * i;
+        return static_cast<std::int32_t>(value);
+    }
+    std::string Text(std::int32_t size) {
+        if (!Has(size)) return {};
+        at_ += size;
+        return std::string(reinterpret_cast<const char*>(at_ - size), static_cast<std::size_t>(size));
+    }
+
+private:
+    bool Has(std::int32_t bytes) {
+        isGood_ = isGood_ && bytes >= 0 && bytes <= left_;
+        if (isGood_) left_ -= bytes;
+        return isGood_;
+    }
+
+    const unsigned char* at_;
+    std::int32_t left_;
+    bool isGood_ = true;
+};
+
+std::int32_t Percent(double fraction) {
+    const double percent = fraction * 100.0;
+    if (percent >= INT_MAX) return INT_MAX;
+    if (percent <= INT_MIN) return INT_MIN;
+    return percent == percent ? static_cast<std::int32_t>(percent) : 0;
+}
+
+/// Knows the window of the host.
+struct NrHsMsgSender {
+    std::uint64_t window = 0;
+
+    void Transmit(HsMsg& message) const {
+        const unsigned char* const block = message.Serialize();
+        if (window != 0) Platform::SendCopyData(window, message.Id(), block, message.Size());
+    }
+};
+
+// This and the two messages are made on first use and never destroyed, since the end of the process is told too.
+NrHsMsgSender& Sender() {
+    static NrHsMsgSender& sender = *new NrHsMsgSender;
+    return sender;
+}
+
+}  // namespace
+
+HsMsg::~HsMsg() = default;
+
+void HsMsg::Text(const std::string& text) {
+    text_ = text;
+    Touch();
+}
+
+bool HsMsg::NeedsBlock() {
+    if (dirty_) DropBlock();
+    dirty_ = false;
+    return size_ == -1;
+}
+
+void HsMsg::DropBlock() {
+    buffer_ = {};
+    size_ = -1;
+}
+
+void HsMsg::KeepBlock(std::vector<unsigned char> block) {
+    buffer_ = std::move(block);
+    size_ = static_cast<int>(buffer_.size());
+}
+
+HsMessage::HsMessage() : HsMsg(HostMessages::Ids().message) {}
+
+void HsMessage::LocalPercent(std::int32_t percent) {
+    localPercent_ = percent;
+    Touch();
+}
+
+void HsMessage::GlobalPercent(std::int32_t percent) {
+    globalPercent_ = percent;
+    Touch();
+}
+
+const unsigned char* HsMessage::Serialize() {
+    if (!NeedsBlock() || !FitsInBlock(Text())) return Block();
+    std::vector<unsigned char> block;
+    block.reserve(Text().size() + 5 * WordSize);
+    AppendWord(block, static_cast<std::int32_t>(Text().size()));
+    AppendWord(block, WordSize);
+    AppendWord(block, WordSize);
+    AppendText(block, Text());
+    AppendWord(block, localPercent_);
+    AppendWord(block, globalPercent_);
+    KeepBlock(std::move(block));
+    return Block();
+}
+
+void HsMessage::Deserialize(const void* data, int size) {
+    BlockReader reader(data, size);
+    const std::int32_t textSize = reader.Number(WordSize);
+    const std::int32_t localSize = reader.Number(WordSize);
+    const std::int32_t globalSize = reader.Number(WordSize);
+    const std::string text = reader.Text(textSize);
+    const std::int32_t local = reader.Number(localSize);
+    const std::int32_t global = reader.Number(globalSize);
+    if (!reader.IsGood()) return;
+    Text(text);
+    LocalPercent(local);
+    GlobalPercent(global);
+}
+
+void HsMessage::Clear() {
+    Text({});
+    LocalPercent(0);
+    GlobalPercent(0);
+}
+
+HsFinished::HsFinished() : HsMsg(HostMessages::Ids().finished) {}
+
+const unsigned char* HsFinished::Serialize() {
+    if (NeedsBlock() && FitsInBlock(Text())) KeepBlock({Text().begin(), Text().end()});
+    return Block();
+}
+
+void HsFinished::Deserialize(const void* data, int size) {
+    BlockReader reader(data, size);
+    const std::string text = reader.Text(size);
+    if (reader.IsGood()) Text(text);
+}
+
+void HsFinished::Clear() { Text({}); }
+
+const HostMessages::RegisteredIds& HostMessages::Ids() {
+    using Platform::RegisterWindowMessage;
+    static const RegisteredIds ids{RegisterWindowMessage("NrHs_Message"), RegisterWindowMessage("NrHs_Finished"),
+                                   RegisterWindowMessage("NrHs_Start"), RegisterWindowMessage("NrHs_Imported"),
+                                   RegisterWindowMessage("NrHs_Exit")};
+    return ids;
+}
+
+std::uint64_t HostMessages::Window() { return Sender().window; }
+void HostMessages::Window(std::uint64_t handle) { Sender().window = handle; }
+std::string HostMessages::SocketName(std::uint64_t window) { return Platform::SocketNameOfWindow(window); }
+
+void HostMessages::SendProgress(const std::string& text, double local, double global) {
+    static HsMessage& message = *new HsMessage;
+    message.Clear();
+    message.Text(text);
+    message.LocalPercent(Percent(local));
+    message.GlobalPercent(Percent(global));
+    Sender().Transmit(message);
+}
+
+void HostMessages::SendFinished(const std::string& text) {
+    static HsFinished& message = *new HsFinished;
+    message.Clear();
+    message.Text(text);
+    Sender().Transmit(message);
+}
+
+}  // namespace KM
