@@ -39,6 +39,16 @@ PIN Shaken(PIN mesh, unsigned seed) {
     return mesh;
 }
 
+/// A grid stretched and turned to another one of whole numbers: what was straight is so to the last bit.
+PIN TurnedGrid(unsigned seed) {
+    Numbers next(seed);
+    const double a = next.Below(31) + 1;
+    const double b = next.Below(61) - 30;
+    PIN mesh = Grid(6);
+    for (P& p : mesh.points) p = P(a * p.X - b * p.Y, b * p.X + a * p.Y, p.Z);
+    return mesh;
+}
+
 // The rule as plain as it can be written.
 
 double PlainAngle(const PIN& mesh, int from, int to) {
@@ -191,6 +201,19 @@ TEST(ToConvexPolygonsOfMesh, IsThePlainRuleOnRandomMeshes) {
         const int start = static_cast<int>(seed * 11) - 300;
         ToConvexPolygons(mesh, start % EdgeCount(mesh));
         PlainMerge(plain, start % EdgeCount(plain));
+        EXPECT_TRUE(SameRecords(mesh, plain));
+        ExpectSound(mesh);
+    }
+}
+
+// Whether a straight corner counts as convex hangs on how the angles are rounded.
+TEST(ToConvexPolygonsOfMesh, IsThePlainRuleAtStraightCorners) {
+    for (unsigned seed = 0; seed < 200; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        PIN mesh = TurnedGrid(seed);
+        PIN plain = mesh;
+        ToConvexPolygons(mesh, static_cast<int>(seed));
+        PlainMerge(plain, static_cast<int>(seed));
         EXPECT_TRUE(SameRecords(mesh, plain));
         ExpectSound(mesh);
     }

@@ -14,7 +14,8 @@ namespace KM {
 KM_API void DeleteEdgeBetweenLoops(PIN& mesh, int e);
 
 /// Merges faces, seen in XY, to larger convex ones: goes once through all edges and takes out each pair of twins at
-/// whose both ends the merged loop turns left or goes straight on. Greedy: which faces come out depends on the order.
+/// whose both ends the merged loop turns left or goes straight on. There is no tolerance: a straight corner off the axes
+/// can count as a turn to the right by the rounding of its angles. Greedy: which faces come out depends on the order.
 /// Leaves dead records for `Compact`, and refuses nothing: what cannot be merged stays. Linear time.
 ///
 /// @param startEdge  where the round begins; counts modulo the number of edges, also when negative
