@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <numbers>
 
 #include "Geometry/Point.h"
 
@@ -34,6 +36,21 @@ inline double DistanceSquaredInXY(const TPoint<double>& a, const TPoint<double>&
     const double dx = b.X - a.X;
     const double dy = b.Y - a.Y;
     return dx * dx + dy * dy;
+}
+
+inline constexpr double TwoPi = 2.0 * std::numbers::pi;
+
+/// The angle of a direction, from 0 to 2 pi. Points in the same place give 0.
+inline double DirectionInXY(const TPoint<double>& from, const TPoint<double>& to) {
+    const double angle = std::atan2(to.Y - from.Y, to.X - from.X);
+    return angle < 0.0 ? angle + TwoPi : angle;
+}
+
+/// The way round from one such angle to another, counter-clockwise, from 0 to 2 pi.
+inline double WayRound(double from, double to) {
+    const double way = to - from;
+    if (way < 0.0) return way + TwoPi;
+    return way >= TwoPi ? way - TwoPi : way;
 }
 
 /// How an outline turns at B, between A and C: twice the area of the triangle, negative for a turn to the left.

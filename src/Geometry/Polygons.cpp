@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "Geometry/Distances.h"
+#include "Geometry/Planar.h"
 
 namespace KM::PointsUtils {
 
@@ -11,8 +12,6 @@ namespace {
 
 using P = TPoint<double>;
 using Polygon = std::vector<P>;
-
-constexpr double TwoPi = 2.0 * std::numbers::pi;
 
 /// True if the points differ by less than `tol` in each coordinate that counts.
 bool AreNear(const P& a, const P& b, double tol, bool in3D) {
@@ -75,12 +74,6 @@ void CloseExactly(Polygon& points, double tol) {
     }
 }
 
-/// The angle of a direction in XY, from 0 to 2 pi.
-double Direction(const P& from, const P& to) {
-    const double angle = std::atan2(to.Y - from.Y, to.X - from.X);
-    return angle < 0.0 ? angle + TwoPi : angle;
-}
-
 }  // namespace
 
 void Close(std::vector<Polygon>& polygons, double tol, bool in3D) {
@@ -113,8 +106,8 @@ void RemoveCollinearPoints(Polygon& points, double tol, double blend, bool twoPa
 bool IsConvex(const Polygon& polygon) {
     const std::size_t count = polygon.size();
     for (std::size_t i = 0; i < count; ++i) {
-        const double next = Direction(polygon[i], polygon[(i + 1) % count]);
-        const double previous = Direction(polygon[i], polygon[(i + count - 1) % count]);
+        const double next = DirectionInXY(polygon[i], polygon[(i + 1) % count]);
+        const double previous = DirectionInXY(polygon[i], polygon[(i + count - 1) % count]);
         double angle = previous - next;
         if (angle < 0.0) angle += TwoPi;
         if (angle > std::numbers::pi) return false;

@@ -50,6 +50,17 @@ IndexedFacets CubeFacets() {
 
 PIN Cube() { return FromFacets(CubeFacets()); }
 
+PIN OneLoop(const Soup& outline) {
+    PIN mesh;
+    mesh.points = outline;
+    const int count = static_cast<int>(outline.size());
+    for (int i = 0; i < count; ++i) {
+        mesh.edges.push_back({(i + 1) % count, -1, i});
+        mesh.p2e.push_back(i);
+    }
+    return mesh;
+}
+
 IndexedFacets GridFacets(int n) {
     IndexedFacets grid;
     for (int y = 0; y <= n; ++y)

@@ -37,6 +37,9 @@ PIN BowTie();
 IndexedFacets CubeFacets();
 PIN Cube();
 
+/// One loop of orphans through the points; edge i and node i begin at point i.
+PIN OneLoop(const Soup& outline);
+
 /// A flat open sheet of `n` by `n` unit squares, two triangles each, in walk order.
 IndexedFacets GridFacets(int n);
 PIN Grid(int n);

@@ -15,7 +15,7 @@ public:
     explicit PreviousEdges(const Mesh& mesh) : mesh_(mesh) {}
 
     /// What `PrevEdge` gives, or -1 when `e` lies on no loop. Between the questions loops of more than three edges may
-    /// change by moves alone.
+    /// change only by what is told.
     std::int32_t Of(std::int32_t e) {
         const std::int32_t third = ThirdOfTriangle(mesh_, e);
         if (third != -1) return third;
@@ -29,6 +29,11 @@ public:
         previous_[to] = previous_[from];
         const std::int32_t next = mesh_.edges[to].NE;
         if (IsEdge(mesh_, next) && previous_[next] == from) previous_[next] = to;
+    }
+
+    /// `NE` of `from`, an edge of a loop, now is `to`, and they lie on one loop.
+    void Join(std::int32_t from, std::int32_t to) {
+        if (!previous_.empty()) previous_[to] = from;
     }
 
 private:

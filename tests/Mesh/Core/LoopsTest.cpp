@@ -30,14 +30,12 @@ PIN WithFirstRecordDead(PIN mesh) {
 
 /// `count` edges in one loop, all orphans, on the regular polygon of radius 1.
 PIN OnePolygon(int count) {
-    PIN mesh;
+    Soup points;
     for (int i = 0; i < count; ++i) {
         const double angle = 6.283185307179586 * i / count;
-        mesh.points.push_back(TPoint<double>(std::cos(angle), std::sin(angle), 0.0));
-        mesh.edges.push_back({(i + 1) % count, -1, i});
-        mesh.p2e.push_back(i);
+        points.push_back(TPoint<double>(std::cos(angle), std::sin(angle), 0.0));
     }
-    return mesh;
+    return OneLoop(points);
 }
 
 /// Edges 0, 1, 2 are a tail that runs into the circle 3, 4, 5, 6: following `NE` from the tail never comes back to it.
