@@ -1,12 +1,13 @@
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "Utils/U_Parser/ParsingSession.h"
 
 namespace KM::Parsing {
 
-/// An entry of the catalogue, with texts that live as long as the program.
+/// An entry of the catalogue, a number for good, with texts that live as long as the program.
 class CatalogueEntry : public Expression {
 public:
     struct Description {
@@ -15,7 +16,7 @@ public:
         int precedence = 0;  // 0 is a function, all else an infix operator
     };
 
-    explicit CatalogueEntry(const Description& description) : description_(description) {}
+    explicit CatalogueEntry(const Description& description) : description_(description) { BeNumber(); }
 
     int OpPrecedence() const override { return description_.precedence; }
     std::string Name() const override { return description_.name; }
@@ -40,6 +41,15 @@ public:
     using CatalogueEntry::CatalogueEntry;
     Expression* Clone() const final { return new Class(static_cast<const Class&>(*this)); }
     int Parameters() const final { return Count; }
+    void OnOperands() final {
+        for (std::size_t i = 0; i < operands_.size(); ++i) operands_[i].Find(*this, i);
+    }
+
+protected:
+    double Number(std::size_t operand) const { return operands_[operand].Value(*this, operand); }
+
+private:
+    std::array<Operand, Count> operands_;
 };
 
 // Numbers in, a number out. Operands are evaluated from left to right.
@@ -48,7 +58,7 @@ template <double (*Rule)(double)>
 class Of1 final : public Cloned<Of1<Rule>, 1> {
 public:
     using Cloned<Of1<Rule>, 1>::Cloned;
-    double ToDouble() const override { return Rule(this->Value(0)); }
+    double ToDouble() const override { return Rule(this->Number(0)); }
 };
 
 template <double (*Rule)(double, double)>
@@ -56,8 +66,8 @@ class Of2 final : public Cloned<Of2<Rule>, 2> {
 public:
     using Cloned<Of2<Rule>, 2>::Cloned;
     double ToDouble() const override {
-        const double first = this->Value(0);
-        return Rule(first, this->Value(1));
+        const double first = this->Number(0);
+        return Rule(first, this->Number(1));
     }
 };
 
@@ -67,8 +77,8 @@ class Of2Backwards final : public Cloned<Of2Backwards<Rule>, 2> {
 public:
     using Cloned<Of2Backwards<Rule>, 2>::Cloned;
     double ToDouble() const override {
-        const double second = this->Value(1);
-        return Rule(this->Value(0), second);
+        const double second = this->Number(1);
+        return Rule(this->Number(0), second);
     }
 };
 
@@ -77,9 +87,9 @@ class Of3 final : public Cloned<Of3<Rule>, 3> {
 public:
     using Cloned<Of3<Rule>, 3>::Cloned;
     double ToDouble() const override {
-        const double first = this->Value(0);
-        const double second = this->Value(1);
-        return Rule(first, second, this->Value(2));
+        const double first = this->Number(0);
+        const double second = this->Number(1);
+        return Rule(first, second, this->Number(2));
     }
 };
 

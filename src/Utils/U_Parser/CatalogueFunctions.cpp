@@ -106,7 +106,7 @@ class If final : public Cloned<If, 2> {
 public:
     using Cloned::Cloned;
     double ToDouble() const override {
-        if (Int(0) != 0) Value(1);
+        if (Int(0) != 0) Number(1);
         return 0.0;
     }
 };
@@ -115,7 +115,7 @@ class If3 final : public Cloned<If3, 3> {
 public:
     using Cloned::Cloned;
     double ToDouble() const override {
-        Value(Int(0) != 0 ? 1 : 2);
+        Number(Int(0) != 0 ? 1 : 2);
         return 0.0;
     }
 };
@@ -124,7 +124,7 @@ class Dump final : public Cloned<Dump, 1> {
 public:
     using Cloned::Cloned;
     double ToDouble() const override {
-        const std::string text = IsText(0) ? Text(0) : DefaultText(Value(0));
+        const std::string text = IsText(0) ? Text(0) : DefaultText(Number(0));
         Verbose::WriteMessage_1(Verbose::EMessageType::System, "DumpFunc: " + text);
         return 0.0;
     }

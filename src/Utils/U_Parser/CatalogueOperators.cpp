@@ -31,7 +31,7 @@ public:
             subExpressions[0]->Set(Text(1));
             return 0.0;
         }
-        const double value = Value(1);
+        const double value = Number(1);
         // An invalid value leaves the variable as it was.
         if (value > InvalidLimit) subExpressions[0]->Set(value);
         return value;
@@ -47,9 +47,9 @@ public:
             subExpressions[0]->Set(text + Text(1));
             return 0.0;
         }
-        const double value = Value(0);
-        subExpressions[0]->Set(value + Value(1));
-        return Value(0);
+        const double value = Number(0);
+        subExpressions[0]->Set(value + Number(1));
+        return Number(0);
     }
 };
 
@@ -59,8 +59,8 @@ class ComputeAssign final : public Cloned<ComputeAssign<Rule>, 2> {
 public:
     using Cloned<ComputeAssign<Rule>, 2>::Cloned;
     double ToDouble() const override {
-        const double first = this->Value(0);
-        const double value = Rule(first, this->Value(1));
+        const double first = this->Number(0);
+        const double value = Rule(first, this->Number(1));
         if (HolderOf(this->subExpressions) == Holder::Text) {
             this->subExpressions[0]->Set(DefaultText(value));
             return 0.0;
@@ -79,8 +79,8 @@ public:
 
 private:
     bool CompareNumbers() const {
-        const double first = this->Value(0);
-        return Rule()(first, this->Value(1));
+        const double first = this->Number(0);
+        return Rule()(first, this->Number(1));
     }
     bool CompareTexts() const {
         const std::string first = this->Text(0);
@@ -91,13 +91,13 @@ private:
 class AndLogic final : public Cloned<AndLogic, 2> {
 public:
     using Cloned::Cloned;
-    double ToDouble() const override { return Value(0) != 0.0 && Value(1) != 0.0 ? 1.0 : 0.0; }
+    double ToDouble() const override { return Number(0) != 0.0 && Number(1) != 0.0 ? 1.0 : 0.0; }
 };
 
 class OrLogic final : public Cloned<OrLogic, 2> {
 public:
     using Cloned::Cloned;
-    double ToDouble() const override { return Value(0) != 0.0 || Value(1) != 0.0 ? 1.0 : 0.0; }
+    double ToDouble() const override { return Number(0) != 0.0 || Number(1) != 0.0 ? 1.0 : 0.0; }
 };
 
 }  // namespace

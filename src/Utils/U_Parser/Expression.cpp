@@ -11,7 +11,7 @@ Expression::Expression(const Expression& other) : Expression(other, other.value_
 
 // The pool knows the other node, not this one.
 Expression::Expression(const Expression& other, const double* value)
-    : subExpressions(other.subExpressions), value_(value), depth_(other.depth_) {}
+    : subExpressions(other.subExpressions), value_(value), depth_(other.depth_), isNumber_(other.isNumber_) {}
 
 Expression::~Expression() { NodePool::Forget(*this); }
 

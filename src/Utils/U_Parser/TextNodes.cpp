@@ -9,19 +9,25 @@ AddType* AddType::Clone() const { return new AddType(*this); }
 // In a chain of sums the operand at its left end decides for all. Found once: asking down the chain at each of its
 // levels would cost the square of its length.
 void AddType::OnOperands() {
-    const auto* const left = dynamic_cast<const AddType*>(subExpressions[0]);
-    decider_ = left != nullptr ? left->decider_ : subExpressions[0];
+    Expression* const left = subExpressions[0];
+    const auto* const sum = dynamic_cast<const AddType*>(left);
+    leftEnd_ = sum != nullptr && sum->leftEnd_ != nullptr ? sum->leftEnd_ : left;
+    if (IsNumber(0)) BeNumber();
+    left_.Find(*this, 0);
+    right_.Find(*this, 1);
 }
 
-bool AddType::EvaluateAsString() { return decider_ != nullptr ? decider_->EvaluateAsString() : IsText(0); }
+bool AddType::EvaluateAsString() { return IsTextSum(); }
 
 double AddType::ToDouble() const {
-    if (decider_ != nullptr ? decider_->EvaluateAsString() : IsText(0)) {
-        ToString();
-        return 0.0;
-    }
-    const double left = Value(0);
-    return left + Value(1);
+    if (IsTextSum()) return JoinForEffects();
+    const double left = left_.Value(*this, 0);
+    return left + right_.Value(*this, 1);
+}
+
+double AddType::JoinForEffects() const {
+    ToString();
+    return 0.0;
 }
 
 std::string AddType::ToString() const {

@@ -52,7 +52,8 @@ public:
     virtual int OpPrecedence() const;
     virtual std::string Name() const;
     virtual std::string Help() const;
-    /// Called by the compiler as soon as all operands are there. Does nothing here.
+    /// Called by the compiler as soon as all operands are there. Does nothing here; some nodes look at their operands
+    /// here once for all. Who changes operands later calls it again.
     virtual void OnOperands();
 
     /// Levels of the tree from here on, as far as the compiler has counted them; 1 for a node without operands.
@@ -61,8 +62,15 @@ public:
 protected:
     /// For a node that is just a number in memory: operators then read it there, without a call. `value` must hold what
     /// `ToDouble` gives, at any time.
-    explicit Expression(const double* value) : value_(value) {}
+    explicit Expression(const double* value) : value_(value), isNumber_(true) {}
     Expression(const Expression& other, const double* value);
+
+    /// Promises that `EvaluateAsString` is false for good; operators then need not ask.
+    void BeNumber() { isNumber_ = true; }
+    bool IsNumber() const { return isNumber_; }
+    bool IsNumber(std::size_t operand) const {
+        return operand >= subExpressions.size() || subExpressions[operand]->isNumber_;
+    }
 
     // What operands say. A missing one is invalid, and no text.
 
@@ -76,8 +84,27 @@ protected:
     bool IsText(std::size_t operand) const {
         if (operand >= subExpressions.size()) return false;
         Expression& expression = *subExpressions[operand];
-        return expression.value_ == nullptr && expression.EvaluateAsString();
+        return !expression.isNumber_ && expression.EvaluateAsString();
     }
+
+    /// The shortest way to the number of an operand.
+    class Operand {
+    public:
+        /// To be called in `OnOperands`; without it the way is longer, but right.
+        void Find(const Expression& node, std::size_t place) {
+            node_ = place < node.subExpressions.size() ? node.subExpressions[place] : nullptr;
+            number_ = node_ != nullptr ? node_->value_ : nullptr;
+        }
+        /// `node` and `place` as in `Find`.
+        double Value(const Expression& node, std::size_t place) const {
+            if (number_ != nullptr) return *number_;
+            return node_ != nullptr ? node_->ToDouble() : node.Value(place);
+        }
+
+    private:
+        const double* number_ = nullptr;
+        const Expression* node_ = nullptr;
+    };
 
 private:
     friend class NodePool;
@@ -86,6 +113,7 @@ private:
     const double* value_ = nullptr;
     std::size_t poolPlace_ = 0;  // behind its place in the pool; 0 outside
     int depth_ = 1;
+    bool isNumber_ = false;
 };
 
 }  // namespace KM::Parsing

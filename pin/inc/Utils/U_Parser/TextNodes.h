@@ -21,7 +21,15 @@ public:
     void OnOperands() override;
 
 private:
-    Expression* decider_ = nullptr;
+    bool IsTextSum() const {
+        if (IsNumber()) return false;
+        return leftEnd_ != nullptr ? leftEnd_->EvaluateAsString() : IsText(0);
+    }
+    double JoinForEffects() const;
+
+    Expression* leftEnd_ = nullptr;
+    Operand left_;
+    Operand right_;
 };
 
 /// "$TOSTRING(width, precision, value)": digits behind the point as `precision` says (6 if it is negative), filled with
