@@ -10,6 +10,7 @@ namespace KM::Parsing {
 namespace {
 
 using Test::MessageOf;
+using Test::Nested;
 
 constexpr const char* TooDeep = "In Function. Calls and parameters are nested deeper than 10000 levels!";
 
@@ -121,6 +122,18 @@ TEST(Function, AParameterThatNamesItselfEndsInAFailure) {
         EXPECT_EQ(MessageOf([&] { session.ToString(text); }), TooDeep) << text;
     }
     EXPECT_EQ(session.ToDouble("F(3)"), 3.0);
+}
+
+// As deep as evaluation can go at all: a full tree round calls that use up all levels.
+TEST(Function, TheDeepestCallFitsOnTheStack) {
+    ParsingSession session;
+    session.Process("#F{1, $P[0]}");
+    for (const char* open : {"\"a\" + (", "\"a\" < (", "If(1, ", "Aux["}) {
+        const std::string text = Nested(9000, open, "F(\"a\" + $P[0])", std::string(open).back() == '[' ? "]" : ")");
+        Expression* const tree = session.CreateExpression(text);
+        EXPECT_EQ(MessageOf([&] { tree->ToString(); }), TooDeep) << open;
+        EXPECT_EQ(MessageOf([&] { tree->ToDouble(); }), TooDeep) << open;
+    }
 }
 
 TEST(Function, ManyCallsInARow) {

@@ -40,7 +40,7 @@ private:
 /// "AUX[i]": a number of the session.
 class KM_API DoublesIndexer : public IndexedExpression {
 public:
-    explicit DoublesIndexer(std::shared_ptr<SessionLink> link) : IndexedExpression(std::move(link)) {}
+    explicit DoublesIndexer(std::shared_ptr<SessionLink> link) : IndexedExpression(std::move(link)) { BeNumber(); }
 
     DoublesIndexer* Clone() const override;
     double ToDouble() const override;

@@ -69,7 +69,7 @@ public:
     double Process(const std::string& text);
     /// The same without a handler.
     double Process_(const std::string& text);
-    /// Compiles, evaluates, and deletes the root of the tree.
+    /// Compiles, evaluates, and deletes the root of the tree; the list of expressions can go on naming it, for the count.
     double Execute(const std::string& text);
 
     /// Compile and evaluate; as a text with six significant digits for a number.
