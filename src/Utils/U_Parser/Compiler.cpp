@@ -16,6 +16,10 @@ namespace {
 // A call is filled up with operands to this number, so that it has to be a sane one.
 constexpr int MaxParameters = 1000;
 
+constexpr const char* EmptyBody =
+    "The Top of the stack is empty when looking for the number of arguments for a function call! Very probable is an "
+    "empty function body that is invalid for function: ";
+
 std::string TextBetweenQuotes(const std::string& token) {
     return token.size() < 2 ? "" : token.substr(1, token.size() - 2);
 }
@@ -80,13 +84,7 @@ private:
 
     /// The tree on top becomes the body. What stands first in it says how many parameters there are, as of now.
     void Define(Function& function) {
-        if (stack_.empty())
-            Fail(
-                "The Top of the stack is empty when looking for the number of arguments for a function call! Very "
-                "probable "
-                "is an empty function body that is invalid for function: \"" +
-                    token_->text + "\"",
-                __LINE__);
+        if (stack_.empty()) Fail(std::string(EmptyBody) + "\"" + token_->text + "\"", __LINE__);
         Expression& body = *stack_.back();
         function.body = &body;
         const int count = body.subExpressions.empty() ? 0 : body.subExpressions[0]->ToInt();
@@ -101,13 +99,18 @@ private:
     void Apply(const Expression& entry) {
         Expression* const node = entry.Clone();
         NodePool::Keep(node);
-        const auto wanted = static_cast<std::size_t>(std::max(node->Parameters(), 0));
-        const std::size_t begin = stack_.size() - std::min(wanted, stack_.size());
-        node->subExpressions.assign(stack_.begin() + static_cast<std::ptrdiff_t>(begin), stack_.end());
-        if (node->subExpressions.size() < wanted) node->subExpressions.resize(wanted, Entry("INVALID"));
-        stack_.resize(begin);
+        TakeOperands(*node, static_cast<std::size_t>(std::max(node->Parameters(), 0)));
         stack_.push_back(node);
         Finish(*node);
+    }
+
+    void TakeOperands(Expression& node, std::size_t wanted) {
+        // What a host registers may have come with operands of its own.
+        if (wanted == 0) return;
+        const std::size_t begin = stack_.size() - std::min(wanted, stack_.size());
+        node.subExpressions.assign(stack_.begin() + static_cast<std::ptrdiff_t>(begin), stack_.end());
+        if (node.subExpressions.size() < wanted) node.subExpressions.resize(wanted, Entry("INVALID"));
+        stack_.resize(begin);
     }
 
     void Finish(Expression& node) const {

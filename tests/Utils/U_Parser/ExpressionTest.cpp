@@ -93,6 +93,12 @@ TEST(Expression, AHostAddsFunctions) {
     EXPECT_EQ(session.ToDouble("Twice()"), -2e20);
 }
 
+TEST(Expression, AHostNamesATree) {
+    ParsingSession session;
+    session.Add("Next", session.CreateExpression("{I += 1, I * 10}"));
+    EXPECT_EQ(session.ToDouble("Next, Next() + 1"), 21.0);
+}
+
 TEST(Expression, ACopyHasTheSameOperandsAndAPlaceOfItsOwn) {
     ParsingSession session;
     Expression* const tree = session.CreateExpression("Sin(1)");
