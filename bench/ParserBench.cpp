@@ -1,6 +1,6 @@
 // Expressions: a text of 10 KB into a tree, and trees evaluated, beside the same formula in C++. An item is a token of the
 // text, or an evaluation.
-// Usage: ParserBench [evaluations; 1000000 by default]
+// Usage: ParserBench [evaluations; 100000 by default]
 
 #include <algorithm>
 #include <cmath>
@@ -98,8 +98,8 @@ void MeasureCompiler(Report& report) {
 
 int main(int argc, char** argv) {
     using namespace KM::Bench;
-    const int asked = argc > 1 ? std::atoi(argv[1]) : 1000000;
-    const int count = asked > 0 ? asked : 1000000;
+    const int asked = argc > 1 ? std::atoi(argv[1]) : 100000;
+    const int count = asked > 0 ? asked : 100000;
     Report report("expressions (read \"triangle\" as evaluation, or token)");
     MeasureFormula(report, count);
     MeasureBlock(report, count / 100 + 1);
