@@ -47,6 +47,9 @@ public:
 
 protected:
     double Number(std::size_t operand) const { return operands_[operand].Value(*this, operand); }
+    bool IsText(std::size_t operand) const {
+        return !operands_[operand].IsPlainNumber() && Expression::IsText(operand);
+    }
 
 private:
     std::array<Operand, Count> operands_;

@@ -101,6 +101,9 @@ protected:
             return node_ != nullptr ? node_->ToDouble() : node.Value(place);
         }
 
+        /// As far as `Find` could see; false says nothing.
+        bool IsPlainNumber() const { return number_ != nullptr; }
+
     private:
         const double* number_ = nullptr;
         const Expression* node_ = nullptr;
