@@ -39,7 +39,7 @@ void CloseTriangle(PIN& mesh, int l0, int l1, int l2) {
 /// Small for corners that are sharp and short.
 double ScoreOfCorner(const TPoint<double>& A, const TPoint<double>& B, const TPoint<double>& C) {
     const double radius = Length(Circle3P3D(A, B, C) - A);
-    // No circle goes through three points on a line. Behind all real corners, the shortest chord is still the best.
+    // No circle goes through three points on a line. Of such corners the one with the shortest chord is the best.
     return radius > 1e10 ? 10.0 * Length(C - A) : radius;
 }
 

@@ -6,11 +6,13 @@
 #include <random>
 
 #include "Mesh/Core/Compaction.h"
+#include "Mesh/Core/WholeMesh.h"
 #include "PlainFilling.h"
 #include "Support/BrokenMeshes.h"
 #include "Support/DumpCapture.h"
 #include "Support/Holes.h"
 #include "Support/LogCapture.h"
+#include "Support/LogOn.h"
 #include "Support/MeshChecks.h"
 #include "Support/Meshes.h"
 #include "Support/Numbers.h"
@@ -170,6 +172,19 @@ TEST(FillHoles, OppositeOrphansThatMissedEachOtherAreReported) {
     EXPECT_TRUE(mesh.p2e.empty());
 }
 
+// An edge from a node to itself is no opposite of another such edge.
+TEST(FillHoles, OrphansFromANodeToItselfAreNotJoined) {
+    PIN mesh;
+    mesh.points.resize(2);
+    mesh.edges = {{1, -1, 0}, {2, -1, 0}, {3, -1, 0}, {0, -1, 1}};
+    const LogCapture log;
+    const DumpCapture dump;
+    FillHoles(mesh, 0);
+    EXPECT_EQ(dump.Text(), "xX");
+    EXPECT_TRUE(log.Lines().empty());
+    EXPECT_EQ(OrphanCount(mesh), 2);
+}
+
 TEST(FillHoles, AgreesWithThePlainRulesOnHoles) {
     for (unsigned seed = 0; seed < 60; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
@@ -210,6 +225,31 @@ TEST(FillHoles, AMeshStaysSoundWhateverItsBorders) {
         ExpectSound(mesh);
         EXPECT_EQ(OrphanCount(mesh), 0);
     }
+}
+
+/// A log that does not get its first line: each message is a point where a user's abort can come through.
+class AbortingDevice : public DumpingDevice {
+public:
+    struct Abort {};
+
+    void Write(const std::string&) override {}
+    void OnBegin() override { throw Abort(); }
+    void Reset() override {}
+    void ApplyBackground() override {}
+};
+
+TEST(FillHoles, AnAbortAtAMessageLeavesASoundMesh) {
+    PIN mesh = WithHoles(Sphere(6), 1, 1, 12, 12);
+    PIN face;  // of four edges that have no other face: nothing to cut
+    face.points = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+    face.edges = {{1, -1, 0}, {2, -1, 1}, {3, -1, 2}, {0, -1, 3}};
+    face.p2e = {0, 1, 2, 3};
+    Append(mesh, face);
+    AbortingDevice device;
+    const LogOn log(device);
+    EXPECT_THROW(FillHoles(mesh, -1), AbortingDevice::Abort);
+    ExpectSound(mesh);
+    EXPECT_EQ(OrphanCount(mesh), 4);
 }
 
 TEST(FillHoles, BrokenLinksDoNoHarm) {
