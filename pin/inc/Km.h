@@ -33,6 +33,8 @@
 #include "KmApi.h"
 #include "KmHost.h"
 #include "KmTools.h"
+#include "Mesh/Algorithms/HoleFilling.h"
+#include "Mesh/Algorithms/PlanarFilling.h"
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/Dumps.h"

@@ -45,6 +45,7 @@ void Print(const std::string& what, const Digest& digest);
 
 void PrintEditingDigests();
 void PrintFaceDigests();
+void PrintHoleDigests();
 void PrintHostRoadDigests(const std::string& samples);
 void PrintLineDigests();
 void PrintPlaneAndSolverDigests();

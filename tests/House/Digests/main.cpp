@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     if (argc != 2) return 2;
     KM::Test::PrintEditingDigests();
     KM::Test::PrintFaceDigests();
+    KM::Test::PrintHoleDigests();
     KM::Test::PrintHostRoadDigests(argv[1]);
     KM::Test::PrintLineDigests();
     KM::Test::PrintPlaneAndSolverDigests();
