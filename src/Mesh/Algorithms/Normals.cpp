@@ -1,0 +1,100 @@
+#include "Mesh/Algorithms/Normals.h"
+
+#include <cstddef>
+
+#include "ClosedFans.h"
+#include "CornerNormal.h"
+#include "Mesh/Core/FanWalk.h"
+#include "Mesh/Core/PreviousEdges.h"
+
+namespace KM {
+namespace {
+
+/// The normals of fans of all kinds: open ones, with longer loops, with links that contradict each other.
+class AnyFans {
+public:
+    AnyFans(const PIN& mesh, bool isWeighted)
+        : mesh_(mesh),
+          isWeighted_(isWeighted),
+          previous_(mesh),
+          steps_(StepsForSmallMeshes + StepsPerEdge * mesh.edges.size()) {}
+
+    /// The zero vector if nothing has weight.
+    TPoint<double> NormalAt(int edge) {
+        NormalSum sum(isWeighted_);
+        const int first = FirstOfFan(edge);
+        for (int e = first; e != -1;) {
+            if (!MayStep()) return TPoint<double>();
+            sum.AddTriangleOf(mesh_, e);
+            e = NextInFan(mesh_, e);
+            if (e == first) break;
+        }
+        return sum.Weight() != 0.0 ? sum.Average() : TPoint<double>();
+    }
+
+private:
+    // Sound fans have no edge in common, and all together take two steps an edge. Broken links can make each of a million
+    // walks as long as the mesh.
+    static constexpr std::size_t StepsPerEdge = 16;
+    static constexpr std::size_t StepsForSmallMeshes = 1'000'000;
+
+    bool MayStep() {
+        if (steps_ == 0) return false;
+        --steps_;
+        return true;
+    }
+
+    int StepBack(int edge) {
+        const int previous = previous_.Of(edge);
+        if (previous == -1) return -1;
+        const int twin = mesh_.edges[previous].TE;
+        return IsAliveEdge(mesh_, twin) ? twin : -1;
+    }
+
+    /// As the function of that name, at the cost of a read a step on loops of any length.
+    int FirstOfFan(int edge) {
+        if (!IsAliveEdge(mesh_, edge)) return -1;
+        int best = edge;
+        for (int e = StepBack(edge); e != -1 && e != edge && MayStep(); e = StepBack(e)) best = e;
+        return best;
+    }
+
+    const PIN& mesh_;
+    bool isWeighted_;
+    PreviousEdges<PIN> previous_;
+    std::size_t steps_;
+};
+
+}  // namespace
+
+const TPoint<double> NodeNormal(const PIN& mesh, int edge, bool weighted) {
+    NormalSum sum(weighted);
+    int e = IsAliveEdge(mesh, edge) ? edge : -1;
+    // Broken links can lead into a circle that does not pass `edge` again.
+    for (std::size_t left = mesh.edges.size(); e != -1 && left != 0; --left) {
+        if (!IsEdge(mesh, mesh.edges[e].TE)) break;
+        sum.AddTriangleOf(mesh, e);
+        e = NextInFan(mesh, e);
+        if (e == edge) break;
+    }
+    return sum.Average();
+}
+
+void Normals(const PIN& mesh, std::vector<TPoint<double>>& normals, bool weighted) {
+    normals.assign(mesh.points.size(), TPoint<double>());
+    ClosedFans closed(mesh, weighted, normals);
+    AnyFans others(mesh, weighted);
+    std::vector<char> isDone(mesh.points.size(), 0);
+    // The highest-numbered edge at a node leads to its fan: met first from the end, it needs no table of edges by node.
+    for (int e = static_cast<int>(mesh.edges.size()) - 1; e >= 0; --e) {
+        const int node = mesh.edges[e].P0;
+        if (!IsNode(mesh, node) || isDone[node] || IsDead(mesh.edges[e])) continue;
+        isDone[node] = 1;
+        if (!closed.Take(e)) normals[node] = others.NormalAt(e);
+    }
+    closed.Finish();
+    for (std::size_t node = 0; node < mesh.points.size(); ++node)
+        if (!isDone[node]) normals[node] = others.NormalAt(node < mesh.p2e.size() ? mesh.p2e[node] : 0);
+}
+
+}  // namespace KM
