@@ -1,7 +1,9 @@
 #include "Mesh/Algorithms/Normals.h"
 
+#include <algorithm>
 #include <cstddef>
 
+#include "CircleGuard.h"
 #include "ClosedFans.h"
 #include "CornerNormal.h"
 #include "Mesh/Core/FanWalk.h"
@@ -14,17 +16,15 @@ namespace {
 class AnyFans {
 public:
     AnyFans(const PIN& mesh, bool isWeighted)
-        : mesh_(mesh),
-          isWeighted_(isWeighted),
-          previous_(mesh),
-          steps_(StepsForSmallMeshes + StepsPerEdge * mesh.edges.size()) {}
+        : mesh_(mesh), isWeighted_(isWeighted), previous_(mesh), stepsLeft_(MostSteps(mesh)) {}
 
-    /// The zero vector if nothing has weight.
+    /// The zero vector if nothing has weight, and where a walk is cut.
     TPoint<double> NormalAt(int edge) {
         NormalSum sum(isWeighted_);
         const int first = FirstOfFan(edge);
+        CircleGuard guard;
         for (int e = first; e != -1;) {
-            if (!MayStep()) return TPoint<double>();
+            if (!MayVisit(e, guard)) return TPoint<double>();
             sum.AddTriangleOf(mesh_, e);
             e = NextInFan(mesh_, e);
             if (e == first) break;
@@ -33,14 +33,16 @@ public:
     }
 
 private:
-    // Sound fans have no edge in common, and all together take two steps an edge. Broken links can make each of a million
-    // walks as long as the mesh.
-    static constexpr std::size_t StepsPerEdge = 16;
-    static constexpr std::size_t StepsForSmallMeshes = 1'000'000;
+    /// Sound fans have no edge in common, and all together take two steps an edge. Broken links can make each of a million
+    /// walks as long as the mesh; so may they in a small mesh alone.
+    static std::size_t MostSteps(const PIN& mesh) {
+        const std::size_t edges = mesh.edges.size();
+        return 16 * edges + std::min<std::size_t>(2 * edges * mesh.points.size(), 1'000'000);
+    }
 
-    bool MayStep() {
-        if (steps_ == 0) return false;
-        --steps_;
+    bool MayVisit(int edge, CircleGuard& guard) {
+        if (stepsLeft_ == 0 || guard.IsMetAgain(edge)) return false;
+        --stepsLeft_;
         return true;
     }
 
@@ -51,18 +53,22 @@ private:
         return IsAliveEdge(mesh_, twin) ? twin : -1;
     }
 
-    /// As the function of that name, at the cost of a read a step on loops of any length.
+    /// As `StartingEdge`, but at the cost of a read a step on loops of any length. -1 if the walk is cut.
     int FirstOfFan(int edge) {
         if (!IsAliveEdge(mesh_, edge)) return -1;
         int best = edge;
-        for (int e = StepBack(edge); e != -1 && e != edge && MayStep(); e = StepBack(e)) best = e;
+        CircleGuard guard;
+        for (int e = StepBack(edge); e != -1 && e != edge; e = StepBack(e)) {
+            if (!MayVisit(e, guard)) return -1;
+            best = e;
+        }
         return best;
     }
 
     const PIN& mesh_;
     bool isWeighted_;
     PreviousEdges<PIN> previous_;
-    std::size_t steps_;
+    std::size_t stepsLeft_;
 };
 
 }  // namespace
@@ -70,9 +76,8 @@ private:
 const TPoint<double> NodeNormal(const PIN& mesh, int edge, bool weighted) {
     NormalSum sum(weighted);
     int e = IsAliveEdge(mesh, edge) ? edge : -1;
-    // Broken links can lead into a circle that does not pass `edge` again.
-    for (std::size_t left = mesh.edges.size(); e != -1 && left != 0; --left) {
-        if (!IsEdge(mesh, mesh.edges[e].TE)) break;
+    CircleGuard guard;
+    while (e != -1 && IsEdge(mesh, mesh.edges[e].TE) && !guard.IsMetAgain(e)) {
         sum.AddTriangleOf(mesh, e);
         e = NextInFan(mesh, e);
         if (e == edge) break;

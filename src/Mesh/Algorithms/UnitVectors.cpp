@@ -6,18 +6,15 @@ namespace KM {
 
 void MakeSafeUnits(VectorBlock& vectors, std::size_t count) {
     auto& [X, Y, Z] = vectors;
+    double lengths[VectorBlock::Size];
+    for (std::size_t k = 0; k < count; ++k) lengths[k] = std::sqrt(X[k] * X[k] + Y[k] * Y[k] + Z[k] * Z[k]);
+    // In a loop of its own, since compilers vectorise loops without branches only.
     for (std::size_t k = 0; k < count; ++k) {
-        const double length = std::sqrt(X[k] * X[k] + Y[k] * Y[k] + Z[k] * Z[k]);
-        const bool isZero = IsZero(length);
-        // Divides in any case, and chooses afterwards: a loop without branches is one that compilers vectorise.
-        const double divisor = isZero ? 1.0 : length;
-        const double x = X[k] / divisor;
-        const double y = Y[k] / divisor;
-        const double z = Z[k] / divisor;
-        X[k] = isZero ? 0.0 : x;
-        Y[k] = isZero ? 0.0 : y;
-        Z[k] = isZero ? 1.0 : z;
+        if (!IsZero(lengths[k])) continue;
+        vectors.Set(k, TPoint<double>(0.0, 0.0, 1.0));
+        lengths[k] = 1.0;
     }
+    Divide(vectors, lengths, count);
 }
 
 void Divide(VectorBlock& vectors, const double* divisors, std::size_t count) {
