@@ -1,24 +1,26 @@
 #include "ClosedFans.h"
 
+#include <numeric>
+
 namespace KM {
 
 void ClosedFans::Finish() {
     double weights[VectorBlock::Size];
-    for (std::size_t k = 0; k < corners_; ++k) weights[k] = isWeighted_ ? FlatArea(crosses_.Z[k]) : 1.0;
+    if (isWeighted_)
+        for (std::size_t k = 0; k < corners_; ++k) weights[k] = FlatArea(crosses_.Z[k]);
     MakeSafeUnits(crosses_, corners_);
+    if (isWeighted_) Multiply(crosses_, weights, corners_);
 
     VectorBlock sums;
     double totals[VectorBlock::Size];
-    std::size_t k = 0;
+    std::size_t begin = 0;
     for (std::size_t fan = 0; fan < fans_; ++fan) {
+        const std::size_t end = ends_[fan];
         TPoint<double> sum;
-        double total = 0.0;
-        for (; k < ends_[fan]; ++k) {
-            sum += crosses_.Get(k) * weights[k];
-            total += weights[k];
-        }
+        for (std::size_t k = begin; k < end; ++k) sum += crosses_.Get(k);
         sums.Set(fan, sum);
-        totals[fan] = total;
+        totals[fan] = isWeighted_ ? std::accumulate(weights + begin, weights + end, 0.0) : static_cast<double>(end - begin);
+        begin = end;
     }
     Divide(sums, totals, fans_);
     MakeSafeUnits(sums, fans_);

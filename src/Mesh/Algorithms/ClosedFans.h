@@ -14,7 +14,12 @@ class ClosedFans {
 public:
     /// `normals` has an entry for each node, and gets those of nodes with a weight.
     ClosedFans(const PIN& mesh, bool isWeighted, std::vector<TPoint<double>>& normals)
-        : mesh_(mesh), isWeighted_(isWeighted), normals_(normals) {}
+        : edges_(mesh.edges.data()),
+          points_(mesh.points.data()),
+          edgeCount_(mesh.edges.size()),
+          nodeCount_(mesh.points.size()),
+          isWeighted_(isWeighted),
+          normals_(normals.data()) {}
 
     /// Takes the fan that ends with `last`, an alive edge at an existing node. False, with nothing taken, if its triangles
     /// do not close around the node with all links as they should be, or are too many.
@@ -22,7 +27,7 @@ public:
         if (corners_ + LongestFan > VectorBlock::Size) Finish();
         const std::size_t end = Collect(last);
         if (end == 0) return false;
-        nodes_[fans_] = mesh_.edges[last].P0;
+        nodes_[fans_] = edges_[last].P0;
         ends_[fans_] = end;
         ++fans_;
         corners_ = end;
@@ -42,25 +47,24 @@ private:
     //        t
     /// Puts the cross products of the corners behind those that are there. Returns where they end, or 0.
     std::size_t Collect(int last) {
-        const std::vector<Edge>& edges = mesh_.edges;
-        const int node = edges[last].P0;
-        if (!IsEdge(mesh_, edges[last].NE)) return 0;
-        int b = edges[edges[last].NE].P0;
-        if (!IsNode(mesh_, b)) return 0;
-        const TPoint<double> A = mesh_.points[node];
-        TPoint<double> toB = mesh_.points[b] - A;
+        const int node = edges_[last].P0;
+        if (!IsEdge(edges_[last].NE)) return 0;
+        int b = edges_[edges_[last].NE].P0;
+        if (!IsNode(b)) return 0;
+        const TPoint<double> A = points_[node];
+        TPoint<double> toB = points_[b] - A;
         int e = last;
         for (std::size_t k = corners_; k < corners_ + LongestFan;) {
-            const int t = edges[e].TE;
-            if (!IsEdge(mesh_, t)) return 0;
-            const int n = edges[t].NE;
-            if (!IsEdge(mesh_, n)) return 0;
-            const int m = edges[n].NE;
-            if (!IsEdge(mesh_, m)) return 0;
-            const int d = edges[m].P0;
-            if (edges[t].TE != e || edges[t].P0 != b || edges[n].P0 != node || edges[m].NE != t || !IsNode(mesh_, d))
+            const int t = edges_[e].TE;
+            if (!IsEdge(t)) return 0;
+            const int n = edges_[t].NE;
+            if (!IsEdge(n)) return 0;
+            const int m = edges_[n].NE;
+            if (!IsEdge(m)) return 0;
+            const int d = edges_[m].P0;
+            if (edges_[t].TE != e || edges_[t].P0 != b || edges_[n].P0 != node || edges_[m].NE != t || !IsNode(d))
                 return 0;
-            const TPoint<double> toD = mesh_.points[d] - A;
+            const TPoint<double> toD = points_[d] - A;
             crosses_.Set(k++, Cross(toD, toB));
             if (n == last) return k;
             e = n;
@@ -70,9 +74,16 @@ private:
         return 0;
     }
 
-    const PIN& mesh_;
+    bool IsEdge(int e) const { return static_cast<std::size_t>(e) < edgeCount_; }
+    bool IsNode(int node) const { return static_cast<std::size_t>(node) < nodeCount_; }
+
+    // What the vectors of the mesh would work out anew for each corner.
+    const Edge* edges_;
+    const TPoint<double>* points_;
+    std::size_t edgeCount_;
+    std::size_t nodeCount_;
     bool isWeighted_;
-    std::vector<TPoint<double>>& normals_;
+    TPoint<double>* normals_;
 
     VectorBlock crosses_;  // by corner; of one fan behind the other
     std::size_t corners_ = 0;

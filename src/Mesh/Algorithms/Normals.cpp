@@ -89,16 +89,18 @@ void Normals(const PIN& mesh, std::vector<TPoint<double>>& normals, bool weighte
     normals.assign(mesh.points.size(), TPoint<double>());
     ClosedFans closed(mesh, weighted, normals);
     AnyFans others(mesh, weighted);
-    std::vector<char> isDone(mesh.points.size(), 0);
+    const std::size_t nodeCount = mesh.points.size();
+    const Edge* edges = mesh.edges.data();
+    std::vector<char> isDone(nodeCount, 0);
     // The highest-numbered edge at a node leads to its fan: met first from the end, it needs no table of edges by node.
     for (int e = static_cast<int>(mesh.edges.size()) - 1; e >= 0; --e) {
-        const int node = mesh.edges[e].P0;
-        if (!IsNode(mesh, node) || isDone[node] || IsDead(mesh.edges[e])) continue;
+        const std::size_t node = static_cast<std::size_t>(edges[e].P0);
+        if (node >= nodeCount || isDone[node] || IsDead(edges[e])) continue;
         isDone[node] = 1;
         if (!closed.Take(e)) normals[node] = others.NormalAt(e);
     }
     closed.Finish();
-    for (std::size_t node = 0; node < mesh.points.size(); ++node)
+    for (std::size_t node = 0; node < nodeCount; ++node)
         if (!isDone[node]) normals[node] = others.NormalAt(node < mesh.p2e.size() ? mesh.p2e[node] : 0);
 }
 

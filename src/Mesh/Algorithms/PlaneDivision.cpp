@@ -61,7 +61,6 @@ private:
     struct Parts {
         std::array<PIN*, 2> meshes;
         std::vector<std::array<int, 2>> nodes;  // by node of the mesh that is divided: its numbers in both, or -1
-        std::unique_ptr<Place[]> edges;         // by edge of that mesh
     };
 
     void ClassifyNodes();
@@ -69,25 +68,31 @@ private:
     bool HasTrueTwin(int edge) const;
     void AppendNodes(Parts& parts) const;
     void AppendNode(Parts& parts, const TPoint<double>& p) const;
-    void PlaceEdges(Parts& parts) const;
-    void AppendEdges(Parts& parts) const;
+    void PlaceEdges(Parts& parts);
+    void AppendEdges(Parts& parts);
 
-    /// The part that an edge of `mesh` belongs to, be it the whole mesh or the strip; `number` makes the node's number in
-    /// the whole mesh from that in `mesh`.
-    template <class Number>
-    std::uint32_t PartOf(const PIN& mesh, int edge, PreviousEdges<PIN>& previous, Number number) const {
-        int ends = flags_[number(mesh.edges[edge].P0)] | flags_[number(mesh.edges[mesh.edges[edge].NE].P0)];
+    /// The part that an edge of `mesh` belongs to, be it the whole mesh or the strip, whose numbers `flagsOf(node)` takes.
+    template <class FlagsOfNode>
+    static Place PartOf(const PIN& mesh, int edge, PreviousEdges<PIN>& previous, FlagsOfNode flagsOf) {
+        int ends = flagsOf(mesh.edges[edge].P0) | flagsOf(mesh.edges[mesh.edges[edge].NE].P0);
         if ((ends & (IsBelow | IsAbove)) == 0) {
             const int before = previous.Of(edge);
-            if (before != -1) ends = flags_[number(mesh.edges[before].P0)];
+            if (before != -1) ends = flagsOf(mesh.edges[before].P0);
         }
-        return (ends & IsBelow) != 0 ? 0 : 1;
+        return PartAt(ends);
     }
+    Place& PlaceAt(int edge) {
+        const std::size_t e = static_cast<std::size_t>(edge);
+        return e < mesh_.edges.size() ? places_[e] : newPlaces_[e - mesh_.edges.size()];
+    }
+    static Place PartAt(int flags) { return (flags & IsBelow) != 0 ? 0 : 1; }
 
     const PIN& mesh_;
     const Plane plane_;
     CutTriangles cut_;
-    std::vector<Flags> flags_;  // by node, new ones included
+    std::vector<Flags> flags_;         // by node, new ones included
+    std::unique_ptr<Place[]> places_;  // by edge: the part alone, until all splits are made
+    std::vector<Place> newPlaces_;     // the same for the edges that splits have made
 };
 
 void Division::ClassifyNodes() {
@@ -97,20 +102,37 @@ void Division::ClassifyNodes() {
 
 bool Division::Examine() {
     ClassifyNodes();
+    // Held here, for the loop would read them, and work out the sizes, for each edge anew.
+    const Edge* edges = mesh_.edges.data();
+    const std::size_t edgeCount = mesh_.edges.size();
+    const std::size_t nodeCount = mesh_.points.size();
+    const Flags* flags = flags_.data();
+    places_ = std::make_unique_for_overwrite<Place[]>(edgeCount);
+    Place* places = places_.get();
+    PreviousEdges<PIN> previous(mesh_);
+    const auto isEdge = [&](int e) { return static_cast<std::size_t>(e) < edgeCount; };
+    const auto isNode = [&](int node) { return static_cast<std::size_t>(node) < nodeCount; };
+    const auto flagsOf = [&](int node) -> int { return isNode(node) ? flags[node] : 0; };
     int met = 0;
-    for (int e = 0; IsEdge(mesh_, e); ++e) {
-        const Edge& edge = mesh_.edges[e];
-        if (IsDead(edge)) continue;
-        if (!IsAliveEdge(mesh_, edge.NE)) return false;
-        const Edge& next = mesh_.edges[edge.NE];
-        if (!IsAliveEdge(mesh_, next.NE)) return false;
-        const int c = mesh_.edges[next.NE].P0;
-        if (!IsNode(mesh_, edge.P0) || !IsNode(mesh_, next.P0) || !IsNode(mesh_, c)) return false;
+    for (std::size_t e = 0; e < edgeCount; ++e) {
+        places[e] = Nowhere;
+        if (IsDead(edges[e])) continue;
+        const int next = edges[e].NE;
+        if (!isEdge(next)) return false;
+        const int third = edges[next].NE;
+        if (!isEdge(third)) return false;
+        const int a = edges[e].P0;
+        const int b = edges[next].P0;
+        const int c = edges[third].P0;
+        if (!isNode(a) || !isNode(b) || !isNode(c)) return false;
 
-        met |= flags_[edge.P0];
-        const int corners = flags_[edge.P0] | flags_[next.P0] | flags_[c];
-        const bool isCut = (corners & IsNegative) != 0 && (corners & IsPositive) != 0;
-        if (isCut && !ExamineCut(e, next.NE)) return false;
+        met |= flags[a];
+        const int corners = flags[a] | flags[b] | flags[c];
+        const bool isCut = (corners & (IsNegative | IsPositive)) == (IsNegative | IsPositive);
+        if (isCut && !ExamineCut(static_cast<int>(e), third)) return false;
+        // A triangle that is not split has no corners on both sides, so one corner speaks for its three edges.
+        if (edges[third].NE == static_cast<int>(e)) places[e] = PartAt(corners);
+        else places[e] = PartOf(mesh_, static_cast<int>(e), previous, flagsOf);
     }
     // Where no edge crosses, each is asked for a touch; and each end of an edge is the start of another one.
     return cut_.SplitCount() != 0 || (met & IsTouching) != 0;
@@ -149,7 +171,7 @@ void Division::Split() {
 }
 
 void Division::AppendTo(PIN& below, PIN& above) {
-    Parts parts{{&below, &above}, {}, {}};
+    Parts parts{{&below, &above}, {}};
     AppendNodes(parts);
     PlaceEdges(parts);
     AppendEdges(parts);
@@ -180,45 +202,52 @@ void Division::AppendNode(Parts& parts, const TPoint<double>& p) const {
     parts.nodes.push_back(numbers);
 }
 
-void Division::PlaceEdges(Parts& parts) const {
-    const std::size_t count = mesh_.edges.size() + cut_.NewEdgeCount();
-    parts.edges = std::make_unique_for_overwrite<Place[]>(count);
-    std::array<std::size_t, 2> ends{parts.meshes[0]->edges.size(), parts.meshes[1]->edges.size()};
-    const auto put = [&](int edge, std::uint32_t part) {
-        parts.edges[edge] = 2 * static_cast<Place>(ends[part]++) + part;
+void Division::PlaceEdges(Parts& parts) {
+    Place below = static_cast<Place>(parts.meshes[0]->edges.size());
+    Place above = static_cast<Place>(parts.meshes[1]->edges.size());
+    // No branch, nor a count in memory: of a shuffled mesh the next edge can be on either side.
+    const auto next = [&](Place part) {
+        const Place place = 2 * (part == 0 ? below : above) + part;
+        below += 1 - part;
+        above += part;
+        return place;
     };
-    PreviousEdges<PIN> previous(mesh_);
-    PreviousEdges<PIN> previousInStrip(cut_.Strip());
+    const PIN& strip = cut_.Strip();
+    PreviousEdges<PIN> previous(strip);
+    const auto flagsOf = [&](int node) -> int { return flags_[cut_.NodeNumber(node)]; };
+    newPlaces_.resize(static_cast<std::size_t>(cut_.NewEdgeCount()));
     cut_.ForEachEdge(
-        [&](int e) {
-            if (IsDead(mesh_.edges[e])) parts.edges[e] = Nowhere;
-            else put(e, PartOf(mesh_, e, previous, [](int node) { return node; }));
+        [&, places = places_.get()](int e) {
+            if (places[e] != Nowhere) places[e] = next(places[e]);
         },
-        [&](int k) {
-            const auto number = [&](int node) { return cut_.NodeNumber(node); };
-            put(cut_.EdgeNumber(k), PartOf(cut_.Strip(), k, previousInStrip, number));
-        });
-    for (int part = 0; part < 2; ++part) parts.meshes[part]->edges.reserve(ends[part]);
+        [&](int k) { PlaceAt(cut_.EdgeNumber(k)) = next(PartOf(strip, k, previous, flagsOf)); });
+    parts.meshes[0]->edges.reserve(below);
+    parts.meshes[1]->edges.reserve(above);
 }
 
-void Division::AppendEdges(Parts& parts) const {
+void Division::AppendEdges(Parts& parts) {
     // Rebuilt before and continued below, so that nobody has to read the new edges once more.
     for (PIN* mesh : parts.meshes) RebuildNodeEdges(*mesh);
-    const auto append = [&](Place place, const Edge& edge) {
-        const std::uint32_t part = place & 1u;
-        const int node = parts.nodes[edge.P0][part];
-        const int twin = edge.TE != -1 ? NumberIn(part, parts.edges[edge.TE]) : -1;
-        parts.meshes[part]->edges.push_back({NumberIn(part, parts.edges[edge.NE]), twin, node});
-        if (node != -1) parts.meshes[part]->p2e[node] = NumberIn(part, place);
+    const std::array<int, 2>* nodes = parts.nodes.data();
+    std::vector<Edge>* const edges[] = {&parts.meshes[0]->edges, &parts.meshes[1]->edges};
+    std::int32_t* const nodeEdges[] = {parts.meshes[0]->p2e.data(), parts.meshes[1]->p2e.data()};
+    const auto append = [&](Place place, Place next, Place twin, int node) {
+        const Place part = place & 1u;
+        const int start = nodes[node][part];
+        if (start != -1) nodeEdges[part][start] = NumberIn(part, place);
+        edges[part]->push_back({NumberIn(part, next), NumberIn(part, twin), start});
     };
     cut_.ForEachEdge(
-        [&](int e) {
-            Edge edge = mesh_.edges[e];
-            if (IsDead(edge)) return;
-            if (!IsEdge(mesh_, edge.TE)) edge.TE = -1;
-            append(parts.edges[e], edge);
+        [&, old = mesh_.edges.data(), count = mesh_.edges.size(), places = places_.get()](int e) {
+            if (places[e] == Nowhere) return;
+            const Place twin = static_cast<std::size_t>(old[e].TE) < count ? places[old[e].TE] : Nowhere;
+            append(places[e], places[old[e].NE], twin, old[e].P0);
         },
-        [&](int k) { append(parts.edges[cut_.EdgeNumber(k)], cut_.Record(k)); });
+        [&](int k) {
+            const Edge edge = cut_.Record(k);
+            const Place twin = edge.TE != -1 ? PlaceAt(edge.TE) : Nowhere;
+            append(PlaceAt(cut_.EdgeNumber(k)), PlaceAt(edge.NE), twin, edge.P0);
+        });
 }
 
 TPoint<double> PointFrom(const double* xyz) { return {xyz[0], xyz[1], xyz[2]}; }

@@ -27,4 +27,14 @@ void Divide(VectorBlock& vectors, const double* divisors, std::size_t count) {
     }
 }
 
+void Multiply(VectorBlock& vectors, const double* factors, std::size_t count) {
+    auto& [X, Y, Z] = vectors;
+    for (std::size_t k = 0; k < count; ++k) {
+        const double factor = factors[k];
+        X[k] *= factor;
+        Y[k] *= factor;
+        Z[k] *= factor;
+    }
+}
+
 }  // namespace KM

@@ -8,7 +8,8 @@ namespace KM {
 
 /// Vectors by coordinate. Roots and divisions are what a normal costs, and so the machine takes several in one instruction.
 struct VectorBlock {
-    static constexpr std::size_t Size = 1024;
+    /// Small enough for the cache. Just no power of two: the coordinates of one vector would compete for the same lines.
+    static constexpr std::size_t Size = 504;
 
     double X[Size];
     double Y[Size];
@@ -25,7 +26,8 @@ struct VectorBlock {
 /// Does to the first `count` vectors what `SafeUnit` does, to the bit.
 void MakeSafeUnits(VectorBlock& vectors, std::size_t count);
 
-/// Divides each coordinate of the first `count` vectors by the vector's own divisor.
+/// Divides, or multiplies, each coordinate of the first `count` vectors by the vector's own number.
 void Divide(VectorBlock& vectors, const double* divisors, std::size_t count);
+void Multiply(VectorBlock& vectors, const double* factors, std::size_t count);
 
 }  // namespace KM
