@@ -1,10 +1,13 @@
-# What `cmake --install` gives: headers, libraries, a CMake package and a pkg-config file.
+# What `cmake --install` gives: headers, libraries, the tool, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS km kmhost EXPORT KMTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+if(KM_BUILD_APPS)
+  install(TARGETS kmmesh RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
 install(DIRECTORY pin/inc/ tools/inc/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/km FILES_MATCHING PATTERN "*.h")
 install(FILES ${PROJECT_BINARY_DIR}/inc/KmVersion.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/km)
 install(EXPORT KMTargets NAMESPACE KM:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/KM)

@@ -53,6 +53,9 @@ public:
         Print(work, seconds, peak);
     }
 
+    /// The median time of an earlier line.
+    double Seconds(const std::string& name) const { return seconds_.at(name); }
+
     /// A line of text below the last line of the table: a quality that goes with its time.
     void Remark(const std::string& text) const;
 

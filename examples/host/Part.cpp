@@ -5,8 +5,6 @@
 #include <stdexcept>
 #include <unordered_map>
 
-#include "StlCheck.h"
-
 namespace {
 
 using Point = KM::TPoint<double>;
@@ -58,7 +56,8 @@ private:
 }  // namespace
 
 Part ReadPart(const std::string& file) {
-    CheckIsWholeStl(file);
+    const std::string fault = KM::STLFault(file);
+    if (!fault.empty()) throw std::runtime_error(fault);
     KM::STLReader reader(file);
     if (!reader.IsOpen()) throw std::runtime_error("cannot be opened");
     PartBuilder builder;

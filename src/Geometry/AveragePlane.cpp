@@ -62,7 +62,7 @@ public:
 
     double Magnitude() const { return std::fabs(determinant_); }
 
-    /// The normal has its length from one rounding more than that of other planes.
+    /// The plane as the equations give it; rounding has left its normal a trace off unit length.
     Plane Solve() const {
         const double A = Unknown(0);
         const double B = Unknown(1);

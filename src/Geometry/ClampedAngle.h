@@ -9,14 +9,13 @@
 namespace KM {
 
 /// The angle between two vectors, in radians. Its cosine is held off 1 and -1, so that a division by the angle is safe. Where
-/// a vector has no length the angle is 0 for a positive dot product, else pi.
+/// the length of a vector counts as zero the angle is 0 for a positive dot product, else pi.
 inline double ClampedAngle(const TPoint<double>& u, const TPoint<double>& v) {
-    constexpr double shortest = 1e-8;
     constexpr double most = 0.99999999;
     const double dot = Dot(u, v);
     const double uLength = Length(u);
     const double vLength = Length(v);
-    if (uLength <= shortest || vLength <= shortest) return dot > 0.0 ? 0.0 : std::numbers::pi;
+    if (IsZero(uLength) || IsZero(vLength)) return dot > 0.0 ? 0.0 : std::numbers::pi;
     return std::acos(std::clamp(dot / (uLength * vLength), -most, most));
 }
 

@@ -232,13 +232,15 @@ private:
         // What was in the way of the ear before often is in the way of the one that took its place.
         const int last = waiters_.Blocker(a);
         if (last != -1 && blocks(last)) return last;
-        if (!IsTame(A) || !IsTame(B) || !IsTame(C)) {
-            int v = outline_.Next(c);
-            while (v != a && !blocks(v)) v = outline_.Next(v);
-            return v == a ? -1 : v;
+        if (!wild_.empty()) {
+            if (!IsTame(A) || !IsTame(B) || !IsTame(C)) {
+                int v = outline_.Next(c);
+                while (v != a && !blocks(v)) v = outline_.Next(v);
+                return v == a ? -1 : v;
+            }
+            const auto wild = std::find_if(wild_.begin(), wild_.end(), blocks);
+            if (wild != wild_.end()) return *wild;
         }
-        const auto wild = std::find_if(wild_.begin(), wild_.end(), blocks);
-        if (wild != wild_.end()) return *wild;
         // Without rounding the three tests cannot all hold in a triangle of no area.
         if (isOnGrid_ && turn == 0.0) return -1;
         return tree_.FindBlocker({region, BoxOf(A, B, C, -turn), b});
@@ -252,8 +254,7 @@ private:
     /// 1e-11 are safe by a good margin; for needles no box is drawn.
     PlaneBox BoxOf(const Outline::Vertex& A, const Outline::Vertex& B, const Outline::Vertex& C, double area) const {
         constexpr double all = std::numeric_limits<double>::max();
-        const PlaneBox box = {std::min({A.X, B.X, C.X}), std::min({A.Y, B.Y, C.Y}), std::max({A.X, B.X, C.X}),
-                              std::max({A.Y, B.Y, C.Y})};
+        const PlaneBox box = Union(At(A), Union(At(B), At(C)));
         if (isOnGrid_) return box;
         const double size = std::max(box.maxX - box.minX, box.maxY - box.minY);
         if (!(area > 1e-11 * size * size && area > 1e-250)) return {-all, -all, all, all};

@@ -17,15 +17,16 @@ public:
           bc_{C.X, C.Y, C.X - B.X, C.Y - B.Y},
           ca_{C.X, C.Y, A.X - C.X, A.Y - C.Y} {}
 
-    // Each comparison is written so that a NaN blocks: hosts count on the triangles that come of it.
+    // Each comparison is written so that a NaN blocks: hosts count on the triangles that come of it. Most points of an
+    // outline lie beyond CA.
     bool Contains(double x, double y) const {
-        return !(ab_.Offset(x, y) > 0.0) && !(bc_.Offset(x, y) > 0.0) && !(ca_.Offset(x, y) >= 0.0);
+        return !(ca_.Offset(x, y) >= 0.0) && !(ab_.Offset(x, y) > 0.0) && !(bc_.Offset(x, y) > 0.0);
     }
 
     /// True if `Contains` is false for each point of the box, to the last bit: rounding keeps the order of values, so each
     /// offset as it is computed is least in a corner of the box. That is true as long as no NaN comes up.
     bool IsOff(const PlaneBox& box) const {
-        return ab_.Least(box) > 0.0 || bc_.Least(box) > 0.0 || ca_.Least(box) >= 0.0;
+        return ca_.Least(box) >= 0.0 || ab_.Least(box) > 0.0 || bc_.Least(box) > 0.0;
     }
 
 private:

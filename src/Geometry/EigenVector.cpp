@@ -18,12 +18,6 @@ double RowProduct(const Matrix<double>& A, int row, const Vector& x) {
     return sum;
 }
 
-Vector Product(const Matrix<double>& A, const Vector& x) {
-    Vector y(x.size());
-    for (int row = 0; row < A.Dimension(); ++row) y[row] = RowProduct(A, row, x);
-    return y;
-}
-
 double LengthOf(const Vector& x) { return std::sqrt(std::inner_product(x.begin(), x.end(), x.begin(), 0.0)); }
 
 void Divide(Vector& x, double by) {
@@ -47,12 +41,13 @@ double SquaredDistance(const Vector& a, const Vector& b) {
 /// Multiplies `x` by the matrix until it stands still. `scale(y)` brings each product to size and notes the eigenvalue.
 template <class Scale>
 Vector Iterate(const Matrix<double>& A, Vector x, Scale scale) {
-    for (int round = 0; round < MostRounds; ++round) {
-        Vector y = Product(A, x);
+    Vector y(x.size());
+    bool standsStill = false;
+    for (int round = 0; round < MostRounds && !standsStill; ++round) {
+        for (int row = 0; row < A.Dimension(); ++row) y[row] = RowProduct(A, row, x);
         scale(y);
-        const bool standsStill = SquaredDistance(y, x) < StandsStill;
-        x = std::move(y);
-        if (standsStill) break;
+        standsStill = SquaredDistance(y, x) < StandsStill;
+        x.swap(y);
     }
     return x;
 }

@@ -24,7 +24,10 @@ inline PlaneBox Union(const PlaneBox& a, const PlaneBox& b) {
 }
 
 /// The box of one point.
-inline PlaneBox At(const TPoint<double>& p) { return {p.X, p.Y, p.X, p.Y}; }
+template <class Place>
+PlaneBox At(const Place& p) {
+    return {p.X, p.Y, p.X, p.Y};
+}
 
 /// The square of the distance in XY.
 inline double DistanceSquaredInXY(const TPoint<double>& a, const TPoint<double>& b) {

@@ -31,13 +31,17 @@ void VertexTree::Build(std::size_t node, Range begin, Range end) {
     if (node >= leaves_.size()) return Fill(leaves_[node - leaves_.size()], box, begin, end);
 
     const Range middle = begin + (end - begin) / 2;
+    if (!IsSmall()) Halve(box, begin, middle, end);
+    Build(2 * node, begin, middle);
+    Build(2 * node + 1, middle, end);
+}
+
+void VertexTree::Halve(const PlaneBox& box, Range begin, Range middle, Range end) {
     if (box.maxX - box.minX > box.maxY - box.minY) {
         std::nth_element(begin, middle, end, [](const Vertex& a, const Vertex& b) { return a.x < b.x; });
     } else {
         std::nth_element(begin, middle, end, [](const Vertex& a, const Vertex& b) { return a.y < b.y; });
     }
-    Build(2 * node, begin, middle);
-    Build(2 * node + 1, middle, end);
 }
 
 void VertexTree::Fill(Leaf& leaf, const PlaneBox& box, Range begin, Range end) {
@@ -67,6 +71,11 @@ void VertexTree::Remove(int id) {
 }
 
 int VertexTree::FindBlocker(const Query& query) const {
+    if (IsSmall()) {
+        // The masks are as quick as the boxes above them.
+        const int blocker = FindInLeaf(leaves_.front(), query);
+        return blocker != -1 || leaves_.size() == 1 ? blocker : FindInLeaf(leaves_.back(), query);
+    }
     std::size_t waiting[64];  // one a level
     int depth = 0;
     waiting[depth++] = 1;
@@ -85,7 +94,7 @@ int VertexTree::FindBlocker(const Query& query) const {
     return -1;
 }
 
-int VertexTree::FindInLeaf(const Leaf& leaf, const Query& query) const {
+int VertexTree::FindInLeaf(const Leaf& leaf, const Query& query) {
     const PlaneBox& box = query.box;
     std::uint64_t left = leaf.alive & leaf.x.Between(box.minX, box.maxX) & leaf.y.Between(box.minY, box.maxY);
     for (; left != 0; left &= left - 1) {

@@ -9,7 +9,8 @@
 namespace KM {
 
 /// The points of an outline that can still block an ear, halved by their places in XY again and again down to leaves of at
-/// most 64, whose points are found by bit masks. Time is about that of the depth, whatever the points' distribution.
+/// most 64, whose points are found by bit masks. Time is about that of the depth, whatever the points' distribution. So few
+/// points that two leaves do are not sorted at all.
 class VertexTree {
 public:
     struct Vertex {
@@ -19,9 +20,9 @@ public:
 
     /// An ear as the tree sees it.
     struct Query {
-        EarRegion region;
-        PlaneBox box;  ///< that no blocking point is out of; may be infinite
-        int tip;       ///< the point that is not asked about: the corner itself
+        const EarRegion& region;
+        const PlaneBox& box;  ///< that no blocking point is out of; may be infinite
+        int tip;              ///< the point that is not asked about: the corner itself
     };
 
     /// @param vertices  with ids from 0 to `bound` - 1, each at most once; no coordinate beyond 1e150
@@ -61,9 +62,11 @@ private:
 
     using Range = std::vector<Vertex>::iterator;
 
+    bool IsSmall() const { return leaves_.size() <= 2; }
     void Build(std::size_t node, Range begin, Range end);
+    void Halve(const PlaneBox& box, Range begin, Range middle, Range end);
     void Fill(Leaf& leaf, const PlaneBox& box, Range begin, Range end);
-    int FindInLeaf(const Leaf& leaf, const Query& query) const;
+    static int FindInLeaf(const Leaf& leaf, const Query& query);
 
     // A complete binary tree: the children of node i are 2 i and 2 i + 1, the last level are the leaves.
     std::vector<PlaneBox> boxes_;

@@ -2,7 +2,7 @@
 
 namespace KM::Platform {
 
-/// True when standard input is a terminal of which this process has the foreground.
+/// True when standard input is a terminal, unless this process is in the background there.
 bool IsKeyboardThere();
 
 /// The next key that waits on the keyboard, taken without blocking and without echo; -1 when none waits. Standard input that

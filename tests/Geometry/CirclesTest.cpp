@@ -87,6 +87,14 @@ TEST(Circle3P3D, IsEnormousForPointsOnALine) {
     EXPECT_GT(Length(Circle3P3D(P(0, 0, 0), P(0, 0, 3), P(0, 0, 6))), 1e10);
 }
 
+// The plane rises along Y. Below the limit it is turned about the wrong axis, as if it rose along X, by which the centre
+// gets its height from X.
+TEST(Circle3P3D, HasNoAzimuthBelowATiltOfAMillionth) {
+    const P a(0, 0, 0), b(1, 0, 0);
+    EXPECT_NEAR(Circle3P3D(a, b, P(0, 2, 2.2e-6)).Z, 1.1e-6, 1e-12);
+    EXPECT_NEAR(Circle3P3D(a, b, P(0, 2, 1.8e-6)).Z, 0.45e-6, 1e-12);
+}
+
 TEST(Circle3P3D, TakesWhateverComes) {
     EXPECT_TRUE(std::isnan(Circle3P3D(P(NaN, 0, 0), P(1, 0, 0), P(0, 1, 0)).X));
     for (unsigned seed = 3; seed < 4000; seed += 4) {

@@ -3,9 +3,9 @@
 #include <cmath>
 
 #include "Geometry/PlainSolver.h"
-#include "Geometry/Polynomials.h"
 #include "Geometry/Solver.h"
 #include "Support/Numbers.h"
+#include "Support/Polynomials.h"
 
 namespace KM {
 namespace {

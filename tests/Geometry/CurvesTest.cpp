@@ -108,6 +108,12 @@ TEST(Simplify, HasNoErrorForPointsThatAreNone) {
     EXPECT_TRUE(std::isnan(none.Second.Y));
 }
 
+TEST(Simplify, MeasuresBAloneWhereDIsNoPoint) {
+    const P A(0, 0, 0), B(1, 1, 0), C(2, 1, 0);
+    for (const double bad : {NaN, Infinity, -Infinity})
+        EXPECT_EQ(Simplify(A, B, C, P(bad, 0, 0), 1.0), (Tuple2<double, P>{0.0, B}));
+}
+
 /// The rules, written down coordinate by coordinate.
 double PlainSpline(double a, double b, double c, double d, double t) {
     return a * (1 - 4 * t + 5 * (t * t) - 2 * (t * t * t)) + (a + b) * (4 * t - 8 * (t * t) + 4 * (t * t * t)) +

@@ -116,12 +116,34 @@ TEST(MakePolygonNonSelfIntersecting, IsThePlainRuleOnWhatNearlyTouches) {
     }
 }
 
+// Long passes in one slanted direction, as of hatching, with some that cross all of them, far from the origin and near.
+TEST(MakePolygonNonSelfIntersecting, IsThePlainRuleOnSlantedHatching) {
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        HostilePoints random(seed);
+        const double angle = random.Between(-4.0, 4.0);
+        const P along(std::cos(angle), std::sin(angle), 0.1);
+        const P across(-along.Y, along.X, 0.2);
+        const double gap = std::pow(10.0, static_cast<double>(seed % 7) - 6.0);
+        const P origin = P(1e8, -1e7, 0.0) * static_cast<double>(seed % 3);
+        Polygon hatching;
+        for (int i = 0; i < 200; ++i) {
+            const double reach = random.Below(20) == 0 ? random.Between(0.0, 100.0) : i * gap;
+            hatching.push_back(origin + along * ((i / 2 % 2 == i % 2) ? 0.0 : 1000.0) + across * reach);
+        }
+        ExpectAsPlain(hatching);
+        if (HasFatalFailure()) return;
+    }
+}
+
 TEST(MakePolygonNonSelfIntersecting, EndsOnLongInput) {
     Polygon result;
     EXPECT_FALSE(MakePolygonNonSelfIntersecting(Polygon(100000, P(1, 2, 3)), result));
     EXPECT_EQ(result.size(), 100001u);
     EXPECT_FALSE(MakePolygonNonSelfIntersecting(Polygon(100000, P(NaN, 2, 3)), result));
     EXPECT_FALSE(MakePolygonNonSelfIntersecting(Polygon(100000, P(Infinity, -Infinity, Infinity)), result));
+    EXPECT_FALSE(MakePolygonNonSelfIntersecting(SpikyStar(100000), result));
+    EXPECT_EQ(result.size(), 100001u);
     EXPECT_FALSE(MakePolygonNonSelfIntersecting(Comb(20000), result));
     EXPECT_EQ(result.size(), 80003u);
 }

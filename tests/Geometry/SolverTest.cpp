@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include "Geometry/PlainSolver.h"
-#include "Geometry/Polynomials.h"
 #include "Support/Numbers.h"
+#include "Support/Polynomials.h"
 
 namespace KM {
 namespace {

@@ -80,6 +80,7 @@ TEST(CreateLevels, TakesTheEndsEitherWayRound) { EXPECT_EQ(Created({1.5}, 1, 0.0
 
 TEST(CreateLevels, LeavesOutTheEndOfAGapTooSmallForAStep) {
     EXPECT_EQ(Created({2.0, 1.9995}, 10, 0.0, 0, 3), (Levels{2, 0}));
+    EXPECT_EQ(Created({2.0, 1.9995}, -10, 0.0, 0, 3), Levels{1.9995});
 }
 
 TEST(CreateLevels, ReachesGivenLevelsExactly) {

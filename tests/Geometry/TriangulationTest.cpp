@@ -238,6 +238,13 @@ TEST(TriangulateConvexPolygon, HasNoMiddleWhereThereIsNoAngle) {
     EXPECT_EQ(Convex(Polygon(4, P(1, 1, 1))), (Triangles{{0, 1, 2}, {0, 2, 3}}));
 }
 
+// A bow-tie has sharp corners only; in a small one they have no angle, if their sides count as zero.
+TEST(TriangulateConvexPolygon, TellsSidesWithoutLengthByTheZeroTest) {
+    const auto bowTie = [](double size) { return Polygon{P(0, 0, 0), P(size, size, 0), P(size, 0, 0), P(0, size, 0)}; };
+    EXPECT_EQ(Convex(bowTie(5.5e-9)), (Triangles{{0, 1, 2}, {0, 2, 3}}));
+    EXPECT_EQ(Convex(bowTie(4.5e-9)), (Triangles{{-1, 0, 1}, {-1, 1, 2}}));
+}
+
 TEST(TriangulateConvexPolygon, KeepsWhatTheListHolds) {
     Triangles triangles{{7}};
     TriangulateConvexPolygon({P(0, 0, 0), P(1, 0, 0), P(0, 1, 0)}, triangles);

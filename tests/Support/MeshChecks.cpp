@@ -4,6 +4,8 @@
 #include <cstring>
 #include <set>
 
+#include "Tools/KmPinBoundary.h"
+
 namespace KM::Test {
 namespace {
 
@@ -28,7 +30,8 @@ std::string EdgeFault(const Mesh& mesh, int e) {
     if (edge.TE < 0 || edge.TE >= edgeCount || mesh.edges[edge.TE].NE == -1) return At("TE is no alive edge at", e);
     const Edge& twin = mesh.edges[edge.TE];
     if (twin.TE != e) return At("the twin has another twin at", e);
-    if (twin.P0 != mesh.edges[edge.NE].P0 || mesh.edges[twin.NE].P0 != edge.P0) return At("the twin runs elsewhere at", e);
+    const bool endsHere = twin.NE >= 0 && twin.NE < edgeCount && mesh.edges[twin.NE].P0 == edge.P0;
+    if (twin.P0 != mesh.edges[edge.NE].P0 || !endsHere) return At("the twin runs elsewhere at", e);
     return "";
 }
 
@@ -60,6 +63,13 @@ std::string FirstUncompactness(const Mesh& mesh) {
     for (int n = 0; n < static_cast<int>(mesh.p2e.size()); ++n)
         if (mesh.p2e[n] == -1) return At("dead node", n);
     return "";
+}
+
+std::string IntegrityFaults(const PIN& mesh) {
+    std::string faults;
+    for (const PinFault& fault : CheckIntegrity(mesh))
+        if (fault.text != "G1-14") faults += At("at", fault.item) + ": " + fault.text + "\n";
+    return faults;
 }
 
 template <class Mesh>

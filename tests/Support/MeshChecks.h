@@ -15,6 +15,10 @@ std::string FirstUnsoundness(const Mesh& mesh);
 template <class Mesh>
 std::string FirstUncompactness(const Mesh& mesh);
 
+/// All that `CheckIntegrity` finds, one a line, or an empty text. Coordinates that are not finite do not count: hostile
+/// numbers must leave the links sound.
+std::string IntegrityFaults(const PIN& mesh);
+
 /// Bit for bit the same points, edges and `p2e`.
 template <class Mesh>
 bool SameRecords(const Mesh& a, const Mesh& b);
@@ -32,4 +36,6 @@ int EulerCharacteristic(const PIN& mesh);
 
 /// For tests: names the first broken link.
 #define ExpectSound(mesh) EXPECT_EQ(::KM::Test::FirstUnsoundness(mesh), "")
+/// For tests: names everything that is wrong. An empty `p2e` is allowed.
+#define ExpectIntact(mesh) EXPECT_EQ(::KM::Test::IntegrityFaults(mesh), "")
 #define ExpectCompact(mesh) EXPECT_EQ(::KM::Test::FirstUncompactness(mesh), "")

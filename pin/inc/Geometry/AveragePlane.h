@@ -21,8 +21,8 @@ namespace KM {
 /// | -2 | so they are, but in XY the points are fewer than three or on a line | z = 0 |
 ///
 /// Points on a line, and one or two points at different heights, get the codes 1 or 0 all the same, with whatever plane
-/// the fit falls into. No points give -2. A coordinate that is not finite gives a plane that is not valid, with the code
-/// 1, because no distance is then above `tol`.
+/// the fit falls into. No points give -2. Unless Z is level, a coordinate that is not finite gives a plane that is not
+/// valid, with the code 1, because no distance is then above `tol`.
 ///
 /// @param tol  a length; for code 2, also an area: twice that of some triangle of successive points must be above it
 /// @return     the code and the plane, which has no stored point

@@ -22,7 +22,8 @@ KM_API const TPoint<double> GetSplinePoint(const TPoint<double>& A, const TPoint
 ///
 /// @param tol  that point counts if it lies nearer to the line B-C than 5 `tol`, and not more than a tenth of the length of
 ///             B-C beyond its ends. `tol` bounds nothing else.
-/// @return     the error and X. An error of 1e20 means that no point has one, as with coordinates that are not finite.
+/// @return     the error and X. An error of 1e20 means that no point has one, as where A, B or C is not finite. With
+///             such a D the error is the distance of B alone.
 KM_API const Tuple2<double, TPoint<double>> Simplify(const TPoint<double>& A, const TPoint<double>& B,
                                                      const TPoint<double>& C, const TPoint<double>& D, double tol);
 

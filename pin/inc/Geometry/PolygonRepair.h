@@ -18,7 +18,7 @@ namespace KM::PointsUtils {
 ///
 /// @return  true if a crossing was cut; false, with a closed copy, if there is none
 ///
-/// Real outlines take n log n time.
+/// Real outlines take n log n time, spiky ones too; each point of a spiral takes time for all the turns round it.
 KM_API bool MakePolygonNonSelfIntersecting(const std::vector<TPoint<double>>& polygon,
                                            std::vector<TPoint<double>>& result);
 

@@ -21,12 +21,13 @@ KM_API double Check(double a, double b, double c, double d, double e, double x);
 KM_API int Quadratic(double a, double b, double c, double roots[]);
 
 /// Roots of a x^3 + b x^2 + c x + d, by the trigonometric method of D. Herbison-Evans ("Solving Quartics and Cubics for
-/// Graphics"). One or three roots; two equal ones next to a third can come as none but that third.
+/// Graphics"): one or three. Two that are equal come as two, or not at all, as rounding has it; in some of ten thousand
+/// such cases rounding leaves the range of an arc cosine, and none of the three is a number.
 KM_API int Cubic(double a, double b, double c, double d, double roots[]);
 
 /// Roots of a x^4 + b x^3 + c x^2 + d x + e, by the resolvents of Ferrari and Neumark, chosen by the signs of the
-/// coefficients (D. Herbison-Evans, as above). A root that is exactly double can be lost, and its neighbours with it:
-/// rounding makes the squares that the method takes roots of a trace negative.
+/// coefficients (D. Herbison-Evans, as above). Where two roots are equal, or two pairs of roots have the same sum or
+/// product, all can be lost: the method takes roots of squares that are then 0, or below it by a rounding.
 KM_API int Quartic(double a, double b, double c, double d, double e, double roots[]);
 
 }  // namespace KM::Solver

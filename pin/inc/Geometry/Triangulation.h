@@ -31,8 +31,9 @@ KM_API void TriangulateConcavePolygon(const std::vector<TPoint<double>>& polygon
 
 /// Cuts a convex polygon into a fan about its point 0. Three points are one triangle, fewer none.
 ///
-/// The middle of the fan is -1 instead of 0 in polygons of four points and more that have no angle at all: all coordinates
-/// not a number, or no side longer than 1e-8. Callers that can meet such have to look.
+/// The middle of the fan is -1 instead of 0 in polygons of four points and more of which no corner has an angle above 0, as
+/// where coordinates are not numbers, or where all corners are sharp and all sides shorter than `ZeroTest`. Callers
+/// that can meet such have to look.
 KM_API void TriangulateConvexPolygon(const std::vector<TPoint<double>>& polygon,
                                      std::vector<std::vector<int>>& triangles);
 

@@ -1,6 +1,5 @@
 #include "Platform/Files.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -10,16 +9,12 @@
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <utility>
+
+#include "Platform/Posix/Handles.h"
 
 namespace KM::Platform {
 namespace {
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using Folder = std::unique_ptr<DIR, CloseFolder>;
 
 std::vector<std::string> NamesIn(const Folder& folder) {
     std::vector<std::string> names;
@@ -30,18 +25,79 @@ std::vector<std::string> NamesIn(const Folder& folder) {
     return names;
 }
 
-/// Works by open folders, not by paths: a path could lead elsewhere by the time it is used.
-void RemoveEntry(int parent, const char* name) {
-    if (unlinkat(parent, name, 0) == 0) return;
-    const int descriptor = openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    const Folder folder(descriptor >= 0 ? fdopendir(descriptor) : nullptr);
-    if (folder == nullptr) {
-        if (descriptor >= 0) close(descriptor);
-        return;
-    }
-    for (const std::string& inner : NamesIn(folder)) RemoveEntry(descriptor, inner.c_str());
-    unlinkat(parent, name, AT_REMOVEDIR);
+Folder FolderAt(int parent, const char* name) {
+    return ListingOf(openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
+
+struct Identity {
+    dev_t device = 0;
+    ino_t node = 0;
+    bool operator==(const Identity&) const = default;
+};
+
+Identity IdentityOf(const Folder& folder) {
+    struct stat status {};
+    if (folder == nullptr || fstat(dirfd(folder.get()), &status) != 0) return {};
+    return {status.st_dev, status.st_ino};
+}
+
+/// Deletes a folder from the inside. Works by open folders, not by paths: a path could lead elsewhere by the time it is
+/// used. Only the present folder is held open, so that no depth is too much; the way up is taken only if it still leads
+/// to the folder that it came from.
+class TreeRemoval {
+public:
+    explicit TreeRemoval(const char* path) : path_(path) {}
+
+    void Run() {
+        if (unlink(path_) == 0 || !Enter(FolderAt(AT_FDCWD, path_))) return;
+        while (!open_.empty()) Step();
+        rmdir(path_);
+    }
+
+private:
+    struct Level {
+        Identity identity;
+        std::vector<std::string> names;  // what is left to do; the last one first
+    };
+
+    void Step() {
+        std::vector<std::string>& names = open_.back().names;
+        if (names.empty()) return Leave();
+        const int parent = dirfd(folder_.get());
+        const char* const name = names.back().c_str();
+        if (unlinkat(parent, name, 0) == 0 || !Enter(Inner(parent, name))) names.pop_back();
+    }
+
+    /// Null for a folder that cannot be left again. It may not be searched then, so nothing in it could be deleted.
+    Folder Inner(int parent, const char* name) const {
+        Folder folder = FolderAt(parent, name);
+        if (folder == nullptr || !IsInnermost(FolderAt(dirfd(folder.get()), ".."))) folder.reset();
+        if (folder == nullptr) unlinkat(parent, name, AT_REMOVEDIR);
+        return folder;
+    }
+
+    bool IsInnermost(const Folder& above) const { return IdentityOf(above) == open_.back().identity; }
+
+    bool Enter(Folder folder) {
+        if (folder == nullptr) return false;
+        open_.push_back({IdentityOf(folder), NamesIn(folder)});
+        folder_ = std::move(folder);
+        return true;
+    }
+
+    void Leave() {
+        open_.pop_back();
+        if (open_.empty()) return;
+        folder_ = FolderAt(dirfd(folder_.get()), "..");
+        if (!IsInnermost(folder_)) return open_.clear();
+        unlinkat(dirfd(folder_.get()), open_.back().names.back().c_str(), AT_REMOVEDIR);
+        open_.back().names.pop_back();
+    }
+
+    const char* path_;
+    Folder folder_;
+    std::vector<Level> open_;
+};
 
 bool IsRoot(const std::string& path) {
     struct stat status {};
@@ -120,7 +176,7 @@ void RemoveTree(const std::string& name) {
     const std::string last = path.substr(path.rfind('/') + 1);
     const std::optional<FileInfo> info = InfoOf(path);
     if (last.empty() || last == "." || last == ".." || !info || !info->isFolder || IsRoot(path)) return;
-    RemoveEntry(AT_FDCWD, path.c_str());
+    TreeRemoval(path.c_str()).Run();
 }
 
 std::string OwnNameBeside(const std::string& name) {

@@ -13,12 +13,21 @@ namespace {
 termios settingsToRestore{};
 std::atomic<bool> isRestoreNeeded{false};
 
+/// True for a terminal that may be read. `settings` then are its present ones.
+bool OpenKeyboard(termios& settings) {
+    // First, since it is all that a message costs where there is no terminal: one system call.
+    if (tcgetattr(STDIN_FILENO, &settings) != 0) return false;
+    // A process in the background that touches the settings of its terminal would be stopped. One that is not the
+    // terminal of its session has no background: -1.
+    const pid_t foreground = tcgetpgrp(STDIN_FILENO);
+    return foreground == -1 || foreground == getpgrp();
+}
+
 /// Hands out keys one by one, without waiting for the end of a line; puts the terminal back as it was. Kept only for the
 /// moment of a look, so that a process that is killed leaves its terminal in order.
 class RawKeyboard {
 public:
-    RawKeyboard() : isRaw_(tcgetattr(STDIN_FILENO, &before_) == 0) {
-        if (!isRaw_) return;
+    explicit RawKeyboard(const termios& before) : before_(before) {
         termios raw = before_;
         raw.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
         raw.c_cc[VMIN] = 0;
@@ -42,18 +51,21 @@ public:
     }
 
 private:
-    termios before_{};
-    bool isRaw_;
+    termios before_;
+    bool isRaw_ = false;
 };
 
 }  // namespace
 
 bool IsKeyboardThere() {
-    // A process in the background that touches the terminal's settings would be stopped.
-    return isatty(STDIN_FILENO) == 1 && tcgetpgrp(STDIN_FILENO) == getpgrp();
+    termios ignored{};
+    return OpenKeyboard(ignored);
 }
 
-int TakeKey() { return IsKeyboardThere() ? RawKeyboard().Take() : -1; }
+int TakeKey() {
+    termios present{};
+    return OpenKeyboard(present) ? RawKeyboard(present).Take() : -1;
+}
 
 void RestoreKeyboard() {
     if (isRestoreNeeded) tcsetattr(STDIN_FILENO, TCSANOW, &settingsToRestore);

@@ -1,6 +1,5 @@
 #include "Platform/OpenFolder.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <pwd.h>
 #include <sys/file.h>
@@ -10,25 +9,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <memory>
 
 #include "Platform/Files.h"
+#include "Platform/Posix/Handles.h"
 
 namespace KM::Platform {
 namespace {
-
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using Listing = std::unique_ptr<DIR, CloseFolder>;
-
-Listing ListingOf(int folder) {
-    // Opened anew: a listing moves the position of its descriptor, and closes it.
-    const int descriptor = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    Listing listing(descriptor >= 0 ? fdopendir(descriptor) : nullptr);
-    if (listing == nullptr && descriptor >= 0) close(descriptor);
-    return listing;
-}
 
 FileMoment MomentOf(const timespec& time) { return {time.tv_sec, time.tv_nsec}; }
 
@@ -72,7 +58,8 @@ bool OpenFolder::IsHome() const {
 
 std::vector<PlainFile> OpenFolder::Files() const {
     std::vector<PlainFile> files;
-    const Listing listing = ListingOf(descriptor_);
+    // Opened anew, since a listing moves the position of its descriptor, and closes it.
+    const Folder listing = ListingOf(openat(descriptor_, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (listing == nullptr) return files;
     while (const dirent* entry = readdir(listing.get())) {
         struct stat status {};
@@ -87,12 +74,11 @@ std::vector<PlainFile> OpenFolder::Files() const {
 void OpenFolder::Remove(const PlainFile& file) const {
     const char* const name = file.name.c_str();
     // Who writes a file holds a lock on it. Under our own lock nobody can begin to write it before its name is free.
-    const int lock = openat(descriptor_, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    const Descriptor lock(openat(descriptor_, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     const bool isInUse = lock >= 0 && flock(lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     struct stat status {};
     if (!isInUse && fstatat(descriptor_, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && IsStill(file, status))
         unlinkat(descriptor_, name, 0);
-    if (lock >= 0) close(lock);
 }
 
 }  // namespace KM::Platform

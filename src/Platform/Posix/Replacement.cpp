@@ -7,29 +7,14 @@
 
 #include <cerrno>
 #include <optional>
-#include <utility>
 
 #include "Platform/Files.h"
+#include "Platform/Posix/Handles.h"
 
 namespace KM::Platform {
 namespace {
 
 constexpr mode_t PermissionBits = 07777;
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0) close(number_);
-    }
-    operator int() const { return number_; }
-    int Release() { return std::exchange(number_, -1); }
-
-private:
-    int number_;
-};
 
 std::optional<mode_t> AttributesOf(const std::string& path) {
     struct stat status {};

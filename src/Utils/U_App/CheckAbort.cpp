@@ -7,6 +7,7 @@
 #include "Utils/U_Debug/LogState.h"
 #include "Utils/U_Debug/Time.h"
 #include "Utils/U_IO/Files.h"
+#include "Utils/U_IO/MenuKeys.h"
 
 namespace KM {
 namespace {
@@ -14,24 +15,27 @@ namespace {
 using Verbose::EMessageType;
 
 constexpr int Escape = 27;
-constexpr int MostKeysAtOnce = 100;  // whoever holds a key down does not hold up the work
+
+// The messages of a check are check points in turn. Neither a key that is held down nor a file that cannot be deleted
+// makes that endless.
+constexpr int MostNestedChecks = 100;
 
 double timeOfLastLookUp = 0.0;
 
-/// Keeps the messages of a check from checking in turn.
+/// A check that runs on this thread.
 class Check {
 public:
-    Check() { isRunning_ = true; }
+    Check() { ++running_; }
     Check(const Check&) = delete;
     Check& operator=(const Check&) = delete;
-    ~Check() { isRunning_ = false; }
+    ~Check() { --running_; }
 
-    static bool IsRunning() { return isRunning_; }
+    static int Running() { return running_; }
 
 private:
-    static thread_local bool isRunning_;
+    static thread_local int running_;
 };
-thread_local bool Check::isRunning_ = false;
+thread_local int Check::running_ = 0;
 
 [[noreturn]] void Stop(const std::string& why) {
     Verbose::WriteMessage_1(EMessageType::Warning, why);
@@ -45,8 +49,7 @@ thread_local bool Check::isRunning_ = false;
 bool IsLookUpDue() {
     if (!IsEnableInCacheLookingForCheckAbort()) return false;
     const double now = Time::Get();
-    // A clock that was set back must not make the tool deaf.
-    if (!(now > timeOfLastLookUp + TimeGranularity()) && !(now < timeOfLastLookUp)) return false;
+    if (!(now > timeOfLastLookUp + TimeGranularity())) return false;
     timeOfLastLookUp = now;
     return true;
 }
@@ -59,13 +62,12 @@ void LookForAbortFile() {
 }
 
 void LookAtKeyboard() {
-    for (int count = 0; count < MostKeysAtOnce; ++count) {
-        const int key = Platform::TakeKey();
-        if (key == -1) return;
-        if (key == Escape) Stop("UserAbortEvent detected as ESC key pressed!");
-        Verbose::WriteMessage_1(EMessageType::Warning,
-                                std::string("Key = \"") + static_cast<char>(key) + "\" was pressed! Ignore it.");
-    }
+    const int key = Platform::TakeKey();
+    if (key == -1) return;
+    if (key == Escape) Stop("UserAbortEvent detected as ESC key pressed!");
+    // The message takes the next key before it is written, so the last key is told first.
+    Verbose::WriteMessage_1(EMessageType::Warning,
+                            std::string("Key = \"") + static_cast<char>(key) + "\" was pressed! Ignore it.");
 }
 
 [[maybe_unused]] const bool isCheckPointSet = [] {
@@ -76,10 +78,10 @@ void LookAtKeyboard() {
 }  // namespace
 
 void CheckAbort() {
-    if (!Verbose::State().checkAbortEnabled || Check::IsRunning()) return;
+    if (!Verbose::State().checkAbortEnabled || Check::Running() == MostNestedChecks) return;
     const Check check;
     if (IsLookUpDue()) LookForAbortFile();
-    LookAtKeyboard();
+    if (!IO::AreKeysForAMenu()) LookAtKeyboard();
     if (Platform::TakeInterrupt()) Stop("UserAbortEvent detected as an interrupt signal!");
 }
 

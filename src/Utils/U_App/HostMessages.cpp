@@ -1,9 +1,10 @@
 #include "Utils/U_App/HostMessages.h"
 
+#include <algorithm>
 #include <climits>
-#include <utility>
 
 #include "Platform/WindowMessages.h"
+#include "Utils/U_App/Singleton.h"
 
 namespace KM {
 namespace {
@@ -11,13 +12,9 @@ namespace {
 constexpr std::int32_t WordSize = 4;
 constexpr std::size_t LongestText = INT_MAX - 5 * WordSize;
 
-void AppendWord(std::vector<unsigned char>& block, std::int32_t word) {
+void AppendWord(std::string& block, std::int32_t word) {
     for (int shift = 0; shift < 32; shift += 8)
-        block.push_back(static_cast<unsigned char>(static_cast<std::uint32_t>(word) >> shift));
-}
-
-void AppendText(std::vector<unsigned char>& block, const std::string& text) {
-    block.insert(block.end(), text.begin(), text.end());
+        block += static_cast<char>(static_cast<std::uint32_t>(word) >> shift & 0xFF);
 }
 
 bool FitsInBlock(const std::string& text) { return !text.empty() && text.size() <= LongestText; }
@@ -62,21 +59,23 @@ std::int32_t Percent(double fraction) {
     return percent == percent ? static_cast<std::int32_t>(percent) : 0;
 }
 
-/// Knows the window of the host.
-struct NrHsMsgSender {
+struct NrHsMsgSenderImpl {
     std::uint64_t window = 0;
+};
+
+/// Knows the window of the host. The two messages live as long as it does, since the end of the process is told too.
+class NrHsMsgSender : public Singleton<NrHsMsgSender>, private Impl<NrHsMsgSenderImpl> {
+public:
+    std::uint64_t Window() const { return Get().window; }
+    void Window(std::uint64_t handle) { Get().window = handle; }
 
     void Transmit(HsMsg& message) const {
         const unsigned char* const block = message.Serialize();
-        if (window != 0) Platform::SendCopyData(window, message.Id(), block, message.Size());
+        if (Window() != 0) Platform::SendCopyData(Window(), message.Id(), block, message.Size());
     }
 };
 
-// This and the two messages are made on first use and never destroyed, since the end of the process is told too.
-NrHsMsgSender& Sender() {
-    static NrHsMsgSender& sender = *new NrHsMsgSender;
-    return sender;
-}
+[[maybe_unused]] const HostMessages::RegisteredIds& idsFromTheStart = HostMessages::Ids();
 
 }  // namespace
 
@@ -94,13 +93,14 @@ bool HsMsg::NeedsBlock() {
 }
 
 void HsMsg::DropBlock() {
-    buffer_ = {};
+    buffer_.reset();
     size_ = -1;
 }
 
-void HsMsg::KeepBlock(std::vector<unsigned char> block) {
-    buffer_ = std::move(block);
-    size_ = static_cast<int>(buffer_.size());
+void HsMsg::KeepBlock(const std::string& bytes) {
+    buffer_ = std::make_unique<unsigned char[]>(bytes.size());
+    std::copy(bytes.begin(), bytes.end(), buffer_.get());
+    size_ = static_cast<std::int32_t>(bytes.size());
 }
 
 HsMessage::HsMessage() : HsMsg(HostMessages::Ids().message) {}
@@ -117,15 +117,15 @@ void HsMessage::GlobalPercent(std::int32_t percent) {
 
 const unsigned char* HsMessage::Serialize() {
     if (!NeedsBlock() || !FitsInBlock(Text())) return Block();
-    std::vector<unsigned char> block;
+    std::string block;
     block.reserve(Text().size() + 5 * WordSize);
     AppendWord(block, static_cast<std::int32_t>(Text().size()));
     AppendWord(block, WordSize);
     AppendWord(block, WordSize);
-    AppendText(block, Text());
+    block += Text();
     AppendWord(block, localPercent_);
     AppendWord(block, globalPercent_);
-    KeepBlock(std::move(block));
+    KeepBlock(block);
     return Block();
 }
 
@@ -152,7 +152,7 @@ void HsMessage::Clear() {
 HsFinished::HsFinished() : HsMsg(HostMessages::Ids().finished) {}
 
 const unsigned char* HsFinished::Serialize() {
-    if (NeedsBlock() && FitsInBlock(Text())) KeepBlock({Text().begin(), Text().end()});
+    if (NeedsBlock() && FitsInBlock(Text())) KeepBlock(Text());
     return Block();
 }
 
@@ -172,8 +172,8 @@ const HostMessages::RegisteredIds& HostMessages::Ids() {
     return ids;
 }
 
-std::uint64_t HostMessages::Window() { return Sender().window; }
-void HostMessages::Window(std::uint64_t handle) { Sender().window = handle; }
+std::uint64_t HostMessages::Window() { return NrHsMsgSender::Instance().Window(); }
+void HostMessages::Window(std::uint64_t handle) { NrHsMsgSender::Instance().Window(handle); }
 std::string HostMessages::SocketName(std::uint64_t window) { return Platform::SocketNameOfWindow(window); }
 
 void HostMessages::SendProgress(const std::string& text, double local, double global) {
@@ -182,14 +182,14 @@ void HostMessages::SendProgress(const std::string& text, double local, double gl
     message.Text(text);
     message.LocalPercent(Percent(local));
     message.GlobalPercent(Percent(global));
-    Sender().Transmit(message);
+    NrHsMsgSender::Instance().Transmit(message);
 }
 
 void HostMessages::SendFinished(const std::string& text) {
     static HsFinished& message = *new HsFinished;
     message.Clear();
     message.Text(text);
-    Sender().Transmit(message);
+    NrHsMsgSender::Instance().Transmit(message);
 }
 
 }  // namespace KM

@@ -1,3 +1,5 @@
+#include "Utils/U_App/MemoryLoad.h"
+
 #include "Utils/U_App/CheckAbort.h"
 #include "Utils/U_App/NumberText.h"
 #include "Utils/U_Debug/Exceptions.h"
@@ -16,16 +18,20 @@ void Tell(const std::string& text) {
 
 }  // namespace
 
-void RestartIfIsHeavyMemoryUsage() {
-    const double factor = Settings::ToDouble("Behavior.MaxAcceptableMemoryLoadingFactor");
-    if (!(factor >= 0.1 && factor <= 0.9)) return;  // negated, so that what is no number is outside too
-    const double percent = IO::MemoryStatus().memoryLoad;
+bool IsMemoryLimit(double factor) { return factor >= 0.1 && factor <= 0.9; }
+
+void JudgeMemoryLoad(double factor, double percent) {
     if (percent / 100.0 > factor) {
         Tell(NumberText(percent) + "% this is unacceptable. Memory is fragmented and a restart is required.");
         throw XRestartMe();
     }
     Tell(NumberText(percent) + "% this is acceptable lower than MaxAcceptableMemoryLoading: " +
          std::to_string(static_cast<int>(factor * 100.0)) + "%. Execution continue.");
+}
+
+void RestartIfIsHeavyMemoryUsage() {
+    const double factor = Settings::ToDouble("Behavior.MaxAcceptableMemoryLoadingFactor");
+    if (IsMemoryLimit(factor)) JudgeMemoryLoad(factor, IO::MemoryStatus().memoryLoad);
 }
 
 }  // namespace KM

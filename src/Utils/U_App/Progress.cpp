@@ -10,6 +10,7 @@
 #include "Utils/U_App/StatusFiles.h"
 #include "Utils/U_Caching/Caching.h"
 #include "Utils/U_Debug/Exceptions.h"
+#include "Utils/U_Debug/LogState.h"
 #include "Utils/U_IO/Files.h"
 #include "Utils/U_IO/ToFile.h"
 #include "Utils/U_Settings/Settings.h"
@@ -41,7 +42,20 @@ double Clamped(double fraction) {
     return fraction > 1.0 ? 1.0 : fraction;
 }
 
+/// Keeps a wish to stop for later.
+class NoAbort {
+public:
+    NoAbort() { Verbose::State().checkAbortEnabled = false; }
+    NoAbort(const NoAbort&) = delete;
+    NoAbort& operator=(const NoAbort&) = delete;
+    ~NoAbort() { Verbose::State().checkAbortEnabled = before_; }
+
+private:
+    bool before_ = Verbose::State().checkAbortEnabled;
+};
+
 void TellFinished() {
+    const NoAbort noAbort;  // the line in the log is a check point, and who waits for the file would wait for ever
     HostMessages::SendFinished(FinishedMessage());
     DeleteMessageFiles();
     IO::ToFile file(FinishedFileName(), "wb", Caching::ColorForWriting(), true);
@@ -62,7 +76,7 @@ AProgress::~AProgress() {
     try {
         TellFinished();
     } catch (...) {
-        // Neither a folder that cannot be written nor a wish to stop changes anything at the end.
+        // A folder that cannot be written changes nothing at the end.
     }
 }
 
@@ -87,12 +101,9 @@ void AProgress::operator()(double fraction) {
 }
 
 AProgress& Default() {
-    // What its end uses has to be made before it, and so outlives it.
-    static AProgress& progress = []() -> AProgress& {
-        Settings::ToXMLElement("");
-        static AProgress made;
-        return made;
-    }();
+    // Made first, and so destroyed last: the end of the reporter writes a file, for which settings are read.
+    [[maybe_unused]] static const XML::Element& settings = Settings::ToXMLElement("");
+    static AProgress progress;
     return progress;
 }
 

@@ -20,12 +20,14 @@ std::ostream*& CurrentDumpStream() {
 
 // Policies that are never destroyed, for the same reason.
 const StatusPolicy*& CurrentStatus() {
-    static const StatusPolicy* current = new StatusPolicy;
+    static const StatusPolicy& standard = *new StatusPolicy;
+    static const StatusPolicy* current = &standard;
     return current;
 }
 
 const AbortEventPolicy*& CurrentAbortEvent() {
-    static const AbortEventPolicy* current = new AbortEventPolicy;
+    static const AbortEventPolicy& standard = *new AbortEventPolicy;
+    static const AbortEventPolicy* current = &standard;
     return current;
 }
 

@@ -15,9 +15,7 @@ constexpr std::size_t LongestName = 255 - 4;
 
 std::string MessageStart() { return "!Message(ID=" + std::to_string(ID()) + ", "; }
 
-bool IsForeignToNames(char c) {
-    return static_cast<unsigned char>(c) < 32 || c == 127 || c == '/' || c == '\\' || c == '*' || c == '?';
-}
+bool IsForeignToNames(char c) { return c == '/' || c == '\\' || c == '\0'; }
 
 /// The first bytes, without half a character of UTF-8 at the end.
 void Cut(std::string& text, std::size_t size) {

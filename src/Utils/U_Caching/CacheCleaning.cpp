@@ -78,12 +78,10 @@ void Reduce(const Platform::OpenFolder& folder, std::vector<PlainFile> files) {
     DeleteOldest(folder, files, total, DeleteFactor() * allowed);
 }
 
-bool IsLookDue(double now) {
-    if (InfoNeedsReading()) {
-        ReadCacheInfo();
-        InfoNeedsReading(false);
-    }
-    return now - LastAnalysisTime() > TimeBetweenAnalysis();
+void TakeOverLastLook() {
+    if (!InfoNeedsReading()) return;
+    ReadCacheInfo();
+    InfoNeedsReading(false);
 }
 
 }  // namespace
@@ -91,8 +89,9 @@ bool IsLookDue(double now) {
 void CleanIfTooLarge() {
     if (!CleaningEnabled()) return;
     const Verbose::Scope scope("CacheCleaning");
-    const double now = Time::Get();
-    if (!IsLookDue(now)) return;
+    TakeOverLastLook();
+    const double now = Time::Get();  // afterwards, since reading can wait for other processes
+    if (!(now - LastAnalysisTime() > TimeBetweenAnalysis())) return;
     Tell("Analyzing cache!");
     LastAnalysisTime(now);
     const Platform::OpenFolder folder(Path());

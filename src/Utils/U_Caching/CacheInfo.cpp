@@ -55,7 +55,7 @@ bool Take(const Bytes& bytes) {
     const double last = Number(bytes, 1);
     const double size = Number(bytes, 2);
     const double factor = Number(bytes, 3);
-    if (Get<std::uint32_t>(bytes, 0) != Format || !IsSoundTime(between) || !IsSoundTime(last)) return false;
+    if (Get<std::uint32_t>(bytes, 0) != Format || !IsSoundSpan(between) || !IsSoundMoment(last)) return false;
     if (!IsSoundAmount(size) || !IsSoundAmount(factor)) return false;
     TimeBetweenAnalysis(between);
     LastAnalysisTime(last);
@@ -92,7 +92,6 @@ void WriteCacheInfo() {
     const std::string name = InfoName();
     try {
         if (!CanBeFile(name)) throw IO::XFileIOError();
-        IO::MkDir(Path());
         IO::ToFile file(name, "wb", 0, false);
         KM_IO_WRITE(PresentValues().data(), sizeof(Bytes), file);
     } catch (const IO::XFileIOError&) {

@@ -13,7 +13,7 @@ namespace KM::Caching {
 KM_API void ReadCacheInfo();
 
 /// Replaces the file in one step, so that others read the old values or the new ones. If it cannot be written, one
-/// `Error` is logged.
+/// `Error` is logged. A missing folder is made, with a `Warning`.
 KM_API void WriteCacheInfo();
 
 }  // namespace KM::Caching

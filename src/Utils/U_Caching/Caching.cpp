@@ -67,11 +67,11 @@ void DeleteFactor(double fraction) {
 }
 
 void TimeBetweenAnalysis(double seconds) {
-    if (IsSoundTime(seconds)) State().timeBetweenAnalysis = seconds;
+    if (IsSoundSpan(seconds)) State().timeBetweenAnalysis = seconds;
 }
 
 void LastAnalysisTime(double time) {
-    if (IsSoundTime(time)) State().lastAnalysisTime = time;
+    if (IsSoundMoment(time)) State().lastAnalysisTime = time;
 }
 
 bool CleaningEnabled() { return State().cleaningEnabled; }
@@ -80,7 +80,7 @@ void CleaningEnabled(bool enabled) { State().cleaningEnabled = enabled; }
 double PersistentTime() { return State().persistentTime; }
 
 void PersistentTime(double seconds) {
-    if (IsSoundTime(seconds)) State().persistentTime = seconds;
+    if (IsSoundSpan(seconds)) State().persistentTime = seconds;
 }
 
 void Persistent(double seconds) { PersistentTime(seconds); }

@@ -11,7 +11,8 @@ void ConfigureFolder() {
     // drives.
     constexpr const char* usualElsewhere = "C:/TMP/Cache/";
     const std::string folder = Settings::ToString("Cache.Folder");
-    if (!folder.empty() && folder != usualElsewhere) Path(folder);
+    const bool isKept = folder.empty() || folder == usualElsewhere;
+    Path(isKept ? Path() : folder);  // the kept one too: it need not be there yet
 }
 
 /// The file is read before the size is stored: the time of the last look at the folder is what is wanted of it.

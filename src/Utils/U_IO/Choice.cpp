@@ -1,6 +1,9 @@
 #include "Platform/Keys.h"
+#include "Utils/U_App/Services.h"
+#include "Utils/U_Debug/Exceptions.h"
 #include "Utils/U_Debug/Time.h"
 #include "Utils/U_Debug/Verbose.h"
+#include "Utils/U_IO/MenuKeys.h"
 #include "Utils/U_IO/Processes.h"
 
 namespace KM::IO {
@@ -9,6 +12,16 @@ namespace {
 using Verbose::EMessageType;
 
 constexpr int Escape = 27;
+
+int openMenus = 0;
+
+class OpenMenu {
+public:
+    OpenMenu() { ++openMenus; }
+    OpenMenu(const OpenMenu&) = delete;
+    OpenMenu& operator=(const OpenMenu&) = delete;
+    ~OpenMenu() { --openMenus; }
+};
 
 void Ask(const std::vector<std::string>& items) {
     for (std::size_t i = 0; i < items.size(); ++i)
@@ -21,14 +34,19 @@ int WaitForKey() {
         const int key = Platform::TakeKey();
         if (key != -1) return key;
         if (!Platform::IsKeyboardThere()) throw Escape;  // nobody will ever press one
+        // No message is written here, and so no other point of cancellation is passed.
+        if (Application::Services::AbortEvent()()) throw XUserAbort();
         Time::Sleep(500);
     }
 }
 
 }  // namespace
 
+bool AreKeysForAMenu() { return openMenus > 0; }
+
 int Choice(const std::vector<std::string>& items) {
     const Verbose::Scope scope("SelectChoice");
+    const OpenMenu menu;  // a check point would take the keys that were typed ahead
     if (items.empty()) throw Escape;
     for (;;) {
         Ask(items);

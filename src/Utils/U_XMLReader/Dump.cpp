@@ -53,7 +53,7 @@ public:
         Enter(root);
         while (!open_.empty()) {
             Open& top = open_.back();
-            if (top.next != top.element->Children().end())
+            if (top.next != top.end)
                 Enter(**top.next++);
             else
                 Leave();
@@ -64,6 +64,7 @@ private:
     struct Open {
         const Element* element;
         Element::ChildList::const_iterator next;
+        Element::ChildList::const_iterator end;
     };
 
     void Enter(const Base& node) {
@@ -71,7 +72,8 @@ private:
         if (element == nullptr) return TellByClass(node, processor_);
         if (TellNamed(*element, processor_)) return;
         TellStart(*element, processor_);
-        open_.push_back({element, element->Children().begin()});
+        const Element::ChildList& children = element->Children();
+        open_.push_back({element, children.begin(), children.end()});
     }
 
     void Leave() {

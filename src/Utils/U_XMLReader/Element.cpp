@@ -24,11 +24,17 @@ Element* AsElement(Base* node) {
 
 }  // namespace
 
+// What an element with children has besides.
+struct Element::Family {
+    ChildList children;
+    NameIndex index;
+};
+
 // Children on their way out. A tree can be deeper than the stack, so each element hands its own children over before it
 // goes, and no destructor ever meets a grandchild. Nothing is allocated meanwhile.
 class Element::DoomedChildren {
 public:
-    explicit DoomedChildren(ChildList& children) { doomed_.swap(children); }
+    explicit DoomedChildren(Element& parent) { Adopt(parent); }
     DoomedChildren(const DoomedChildren&) = delete;
     DoomedChildren& operator=(const DoomedChildren&) = delete;
 
@@ -36,44 +42,69 @@ public:
         while (!doomed_.empty()) {
             const std::unique_ptr<Base> node(doomed_.front());
             doomed_.pop_front();
-            if (Element* element = AsElement(node.get())) doomed_.splice(doomed_.begin(), element->children_);
+            if (Element* element = AsElement(node.get())) Adopt(*element);
         }
     }
 
 private:
+    void Adopt(Element& parent) {
+        if (parent.family_) doomed_.splice(doomed_.begin(), parent.family_->children);
+    }
+
     ChildList doomed_;
 };
 
 Element::Element(const std::string& name, const std::string& value, Element* parent) : Base(name, value, parent) {}
 
-Element::Element(const Element& source) : Base({}, {}, nullptr) { *this = source; }
+Element::Element(const Element& source) : Base({}, {}, nullptr) {
+    *this = source;
+    hasOtherKey_ = false;
+}
 
 Element::~Element() {
     const Element* keeper = isUnlinked_ ? UnlinkedNodes::KeeperOf(*this) : nullptr;
-    if (keeper != nullptr && keeper->index_) keeper->index_->EraseElement(this);
+    if (keeper != nullptr && keeper->family_) keeper->LeaveIndex(*this);
     if (hasUnlinked_) UnlinkedNodes::Orphan(*this);
-    const DoomedChildren doomed(children_);
+    const DoomedChildren doomed(*this);
+}
+
+// The search under the own name keeps it cheap to delete many erased children; one that may have other keys is sought
+// in the whole index.
+void Element::LeaveIndex(const Element& node) const {
+    NameIndex& index = family_->index;
+    if (node.hasOtherKey_)
+        index.EraseElement(&node);
+    else if (index.Find(node.name_) == &node)
+        index.Erase(node.name_);
 }
 
 Element* Element::Clone() const { return new Element(*this); }
 
 const Element& Element::operator=(const Element& r) {
-    if (this != &r) attributes_ = r.attributes_;
+    if (this != &r) CopyAttributes(r);
+    hasOtherKey_ = true;
     name_ = r.name_;
     session_ = r.session_;
     if (!r.value_.empty()) value_ = r.value_;
     if (r.parent_ == nullptr) parent_ = nullptr;
 
     // The former children die last: `r` can be one of them, or stand below one.
-    const DoomedChildren former(children_);
-    index_.reset();
-    for (const Base* child : r.children_) AddCloned(CloneTree(*child));
+    const DoomedChildren former(*this);
+    if (family_) family_->index = {};
+    for (const Base* child : r.Children()) AddCloned(CloneTree(*child));
     return *this;
+}
+
+void Element::CopyAttributes(const Element& source) {
+    if (source.attributes_)
+        Attributes() = *source.attributes_;
+    else if (attributes_)
+        attributes_->clear();
 }
 
 std::unique_ptr<Element> Element::CloneWithoutChildren(const Element& source) {
     auto clone = std::make_unique<Element>(source.name_, source.value_);
-    clone->attributes_ = source.attributes_;
+    clone->CopyAttributes(source);
     clone->session_ = source.session_;
     return clone;
 }
@@ -88,7 +119,7 @@ std::unique_ptr<Base> Element::CloneTree(const Base& source) {
     while (!open.empty()) {
         const auto [from, to] = open.back();
         open.pop_back();
-        for (const Base* child : from->children_) {
+        for (const Base* child : from->Children()) {
             if (!IsPlainElement(*child)) {
                 to->AddCloned(std::unique_ptr<Base>(child->Clone()));
                 continue;
@@ -103,21 +134,17 @@ std::unique_ptr<Base> Element::CloneTree(const Base& source) {
 }
 
 void Element::AddChild(std::unique_ptr<Base> child) {
-    CheckListRoom(children_.size());
-    children_.push_back(child.get());
+    ChildList& children = Children();
+    CheckListRoom(children.size());
+    children.push_back(child.get());
     child.release();
-}
-
-void Element::AddToIndex(const std::string& name, Element* child) {
-    if (!index_) index_ = std::make_unique<NameIndex>();
-    index_->Set(name, child);
 }
 
 Element& Element::AddIndexed(std::unique_ptr<Element> child) {
     Element& added = *child;
     added.parent_ = this;
     AddChild(std::move(child));
-    AddToIndex(added.name_, &added);
+    family_->index.Set(added.name_, &added);
     return added;
 }
 
@@ -127,19 +154,21 @@ void Element::AddCloned(std::unique_ptr<Base> clone) {
     if (element == nullptr) return;
     element->parent_ = this;
     // Under the own name, not the child's: hosts rely on it that a copy makes its keys anew beside the copied ones.
-    AddToIndex(name_, element);
+    element->hasOtherKey_ = true;
+    family_->index.Set(name_, element);
 }
 
 const Element& Element::operator+=(const Element& child) { return AddIndexed(std::make_unique<Element>(child)); }
 
 const Element& Element::operator+=(const Attribute& attribute) {
-    const auto place = attributes_.lower_bound(attribute.N());
-    if (place != attributes_.end() && place->first == attribute.N()) {
+    AttributeMap& attributes = Attributes();
+    const auto place = attributes.lower_bound(attribute.N());
+    if (place != attributes.end() && place->first == attribute.N()) {
         place->second = attribute;
         return *this;
     }
-    CheckMapRoom(attributes_.size());
-    attributes_.emplace_hint(place, attribute.N(), attribute);
+    CheckMapRoom(attributes.size());
+    attributes.emplace_hint(place, attribute.N(), attribute);
     return *this;
 }
 
@@ -158,17 +187,18 @@ Element& Element::NewChild(const std::string& name, const std::string& value) {
 }
 
 void Element::SetAttribute(const std::string& name, const std::string& value) {
-    const auto place = attributes_.lower_bound(name);
-    if (place != attributes_.end() && place->first == name) {
+    AttributeMap& attributes = Attributes();
+    const auto place = attributes.lower_bound(name);
+    if (place != attributes.end() && place->first == name) {
         place->second = Attribute(name, value);
         return;
     }
-    CheckMapRoom(attributes_.size());
-    attributes_.emplace_hint(place, std::piecewise_construct, std::forward_as_tuple(name),
+    CheckMapRoom(attributes.size());
+    attributes.emplace_hint(place, std::piecewise_construct, std::forward_as_tuple(name),
                              std::forward_as_tuple(name, value));
 }
 
-Element* Element::FindChild(std::string_view name) const { return index_ ? index_->Find(name) : nullptr; }
+Element* Element::FindChild(std::string_view name) const { return family_ ? family_->index.Find(name) : nullptr; }
 
 Element& Element::operator[](const std::string& path) {
     Element* element = this;
@@ -184,7 +214,7 @@ Element& Element::operator[](const std::string& path) {
 Element& Element::operator[](const std::string& path) const { return const_cast<Element&>(*this)[path]; }
 
 bool Element::IsChild(const Element* element) const {
-    for (const Base* child : children_)
+    for (const Base* child : Children())
         if (child == element) return true;
     return false;
 }
@@ -195,15 +225,17 @@ void Element::N(const std::string& name) {
     if (found == nullptr) throw XNotRegisteredInParrent();
     // A stranger enters the index too; kept like an unlinked child, it leaves the index when it dies.
     if (found != this && !parent_->IsChild(this)) parent_->Keep(*this);
-    parent_->index_->Erase(name_);
-    Base::N(name);
-    parent_->AddToIndex(name_, this);
+    parent_->family_->index.Erase(name_);
+    name_ = name;
+    parent_->family_->index.Set(name_, this);
 }
 
-void Element::EraseAttribute(const std::string& name) { attributes_.erase(name); }
+void Element::EraseAttribute(const std::string& name) {
+    if (attributes_) attributes_->erase(name);
+}
 
 void Element::EraseAttribute(AttributeMap::iterator& it) {
-    if (it != attributes_.end()) it = attributes_.erase(it);
+    if (attributes_ && it != attributes_->end()) it = attributes_->erase(it);
 }
 
 void Element::Keep(Base& node) {
@@ -213,17 +245,18 @@ void Element::Keep(Base& node) {
 
 Element::ChildList::iterator Element::Unlink(ChildList::iterator it) {
     Keep(**it);
-    return children_.erase(it);
+    return family_->children.erase(it);
 }
 
 void Element::EraseElement(ChildList::iterator& it) {
-    if (it == children_.end()) return;
-    if (parent_ != nullptr && parent_->index_) parent_->index_->Erase((*it)->name_);
+    if (!family_ || it == family_->children.end()) return;
+    if (parent_ != nullptr && parent_->family_) parent_->family_->index.Erase((*it)->name_);
     it = Unlink(it);
 }
 
 void Element::EraseElements(const std::string& name) {
-    for (auto it = children_.begin(); it != children_.end();) {
+    if (!family_) return;
+    for (auto it = family_->children.begin(); it != family_->children.end();) {
         if ((*it)->name_ == name)
             EraseElement(it);
         else
@@ -232,9 +265,10 @@ void Element::EraseElements(const std::string& name) {
 }
 
 void Element::clear() {
-    attributes_.clear();
-    index_.reset();
-    for (auto it = children_.begin(); it != children_.end();) it = Unlink(it);
+    if (attributes_) attributes_->clear();
+    if (!family_) return;
+    family_->index = {};
+    for (auto it = family_->children.begin(); it != family_->children.end();) it = Unlink(it);
 }
 
 const Element* Element::Find(const std::string& path) const {
@@ -255,8 +289,29 @@ double Element::ToDouble(const std::string& path) const { return ToReal(ToString
 
 const std::string& Element::AttributeValue(const std::string& name) const {
     static const std::string none;
-    const auto entry = attributes_.find(name);
-    return entry != attributes_.end() ? entry->second.V() : none;
+    const AttributeMap& attributes = Attributes();
+    const auto entry = attributes.find(name);
+    return entry != attributes.end() ? entry->second.V() : none;
+}
+
+Element::AttributeMap& Element::Attributes() {
+    if (!attributes_) attributes_ = std::make_unique<AttributeMap>();
+    return *attributes_;
+}
+
+const Element::AttributeMap& Element::Attributes() const {
+    static const AttributeMap& none = *new AttributeMap;  // never destroyed: static trees are read during exit
+    return attributes_ ? *attributes_ : none;
+}
+
+Element::ChildList& Element::Children() {
+    if (!family_) family_ = std::make_unique<Family>();
+    return family_->children;
+}
+
+const Element::ChildList& Element::Children() const {
+    static const ChildList& none = *new ChildList;
+    return family_ ? family_->children : none;
 }
 
 std::string GetFullName(const Element& element) {

@@ -11,6 +11,7 @@ namespace {
 
 // Up to here a walk along the row beats a hash.
 constexpr std::size_t ShortRow = 12;
+constexpr std::size_t FirstEntries = 4;
 
 std::size_t HashOf(std::string_view name) { return std::hash<std::string_view>()(name); }
 
@@ -18,8 +19,13 @@ std::size_t HashOf(std::string_view name) { return std::hash<std::string_view>()
 
 std::size_t NameIndex::PlaceOf(std::string_view name) const {
     if (!slots_.empty()) return HashedPlaceOf(name);
-    for (std::size_t place = 0; place < entries_.size(); ++place)
-        if (entries_[place].name == name) return place;
+    // Siblings tend to be called alike, up to a number at the end.
+    const char last = name.empty() ? '\0' : name.back();
+    for (std::size_t place = 0; place < entries_.size(); ++place) {
+        const std::string& entry = entries_[place].name;
+        const bool mayFit = entry.size() == name.size() && (name.empty() || entry.back() == last);
+        if (mayFit && entry == name) return place;
+    }
     return NoPlace;
 }
 
@@ -52,6 +58,7 @@ void NameIndex::Set(const std::string& name, Element* element) {
     }
     CheckMapRoom(entries_.size());
     if (entries_.size() >= std::max(ShortRow, slots_.size() / 2)) Grow();
+    if (entries_.capacity() == 0) entries_.reserve(FirstEntries);
     entries_.push_back({name, element});
     if (!slots_.empty()) EnterSlot(entries_.size() - 1);
 }

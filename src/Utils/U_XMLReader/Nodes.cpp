@@ -12,6 +12,7 @@ Base::Base(const Base& source)
     : name_(source.name_), value_(source.value_), parent_(source.parent_), session_(source.session_) {}
 
 Base& Base::operator=(const Base& source) {
+    hasOtherKey_ = true;
     name_ = source.name_;
     value_ = source.value_;
     parent_ = source.parent_;
@@ -23,7 +24,10 @@ Base::~Base() {
     if (isUnlinked_) UnlinkedNodes::Forget(*this);
 }
 
-void Base::N(const std::string& name) { name_ = name; }
+void Base::N(const std::string& name) {
+    hasOtherKey_ = true;
+    name_ = name;
+}
 
 const std::string& Base::N() const { return name_; }
 

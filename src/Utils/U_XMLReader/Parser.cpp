@@ -32,7 +32,7 @@ constexpr CharacterSet IsNameLetter(NameLetters);
 class Parser {
 public:
     Parser(std::string_view text, Processor& processor, bool translate)
-        : rest_(text), processor_(processor), translate_(translate) {}
+        : text_(text), rest_(text), processor_(processor), translate_(translate) {}
 
     void Run();
 
@@ -49,19 +49,19 @@ private:
     bool IsAtQuote() const { return IsAt('"') || IsAt('\''); }
     void Skip(std::size_t count) { rest_.remove_prefix(count); }
     void SkipWhitespace();
-    void CountLines(std::string_view passed);
-
-    void ReadName(std::string& name);
+    std::string_view TakeWhile(const CharacterSet& isMember);
     std::string_view TakeQuoted();
     void ReadUnquoted();
     void Translate();
     void PassTagEnd();
     [[noreturn]] void Fail(const std::string& what) const;
 
+    std::string_view text_;
     std::string_view rest_;
-    std::size_t line_ = 0;  // line feeds that were passed, but for those in quotes
+    std::size_t quotedLines_ = 0;  // line feeds in quotes, which no report counts
     Processor& processor_;
     bool translate_;
+    std::string_view tag_;  // the name of the last tag that began
     // Kept from piece to piece, so that a reading takes memory for its longest texts only.
     std::string element_;
     std::string attribute_;
@@ -88,7 +88,6 @@ const std::string& Parser::ReadUntil(std::string_view mark, std::size_t opening,
     const std::size_t found = rest_.find(mark);
     const bool isClosed = found != std::string_view::npos;
     const std::string_view passed = isClosed ? rest_.substr(0, found + mark.size()) : rest_;
-    CountLines(passed);
     Skip(passed.size());
     if (passed.size() >= opening + closing) return value_.assign(passed, opening, passed.size() - opening - closing);
     if (isClosed) throw std::length_error("string too long");
@@ -98,7 +97,7 @@ const std::string& Parser::ReadUntil(std::string_view mark, std::size_t opening,
 
 void Parser::ReadEndTag() {
     Skip(2);
-    ReadName(element_);
+    tag_ = TakeWhile(IsNameLetter);
     processor_.OnElementEnd(false);
     SkipWhitespace();
     PassTagEnd();
@@ -106,7 +105,8 @@ void Parser::ReadEndTag() {
 
 void Parser::ReadStartTag() {
     Skip(1);
-    ReadName(element_);
+    tag_ = TakeWhile(IsNameLetter);
+    element_ = tag_;
     processor_.OnElementBegin(element_);
     SkipWhitespace();
     while (!IsAtEnd() && !IsAt('>') && !IsAt('/')) ReadAttribute();
@@ -117,7 +117,7 @@ void Parser::ReadStartTag() {
 }
 
 void Parser::ReadAttribute() {
-    ReadName(attribute_);
+    attribute_ = TakeWhile(IsNameLetter);
     SkipWhitespace();
     if (IsAtEnd()) return;
     if (!IsAt('=')) Fail("Expected an equal sign while parsing attributes after" + attribute_);
@@ -150,39 +150,33 @@ void Parser::ReadText() {
     processor_.OnValue(value_);
 }
 
-void Parser::SkipWhitespace() {
-    std::size_t count = 0;
-    for (; count < rest_.size() && IsWhitespace(rest_[count]); ++count)
-        if (rest_[count] == '\n') ++line_;
-    Skip(count);
+void Parser::SkipWhitespace() { TakeWhile(IsWhitespace); }
+
+std::string_view Parser::TakeWhile(const CharacterSet& isMember) {
+    const char* const begin = rest_.data();
+    const char* const end = begin + rest_.size();
+    const char* at = begin;
+    while (at != end && isMember(*at)) ++at;
+    rest_ = {at, end};
+    return {begin, at};
 }
 
-void Parser::CountLines(std::string_view passed) {
-    line_ += static_cast<std::size_t>(std::count(passed.begin(), passed.end(), '\n'));
-}
-
-void Parser::ReadName(std::string& name) {
-    std::size_t size = 0;
-    while (size < rest_.size() && IsNameLetter(rest_[size])) ++size;
-    name.assign(rest_, 0, size);
-    Skip(size);
-}
-
-// What stands between this quote and the next one of its kind, or the end of the text. Its lines are not counted.
+// What stands between this quote and the next one of its kind, or the end of the text.
 std::string_view Parser::TakeQuoted() {
     const std::size_t end = rest_.find(rest_.front(), 1);
     const std::string_view quoted = rest_.substr(1, end - 1);
     Skip(std::min(quoted.size() + 2, rest_.size()));
+    for (std::size_t at = quoted.find('\n'); at != std::string_view::npos; at = quoted.find('\n', at + 1))
+        ++quotedLines_;
     return quoted;
 }
 
 void Parser::ReadUnquoted() {
-    const std::string_view passed = rest_.substr(0, rest_.find('<'));
+    std::string_view passed = rest_.substr(0, rest_.find('<'));
     Skip(passed.size());
-    CountLines(passed);
-    value_.assign(passed, 0, passed.find_last_not_of(Whitespace) + 1);
-    if (value_.find_first_of("\r\n") != std::string::npos)
-        std::erase_if(value_, [](char c) { return c == '\r' || c == '\n'; });
+    while (!passed.empty() && IsWhitespace(passed.back())) passed.remove_suffix(1);
+    value_ = passed;
+    std::erase_if(value_, [](char c) { return c == '\r' || c == '\n'; });
 }
 
 void Parser::Translate() {
@@ -191,13 +185,15 @@ void Parser::Translate() {
 
 void Parser::PassTagEnd() {
     if (IsAtEnd()) return;
-    if (!IsAt('>')) Fail("Wasn't found a proper closing element (>):" + element_);
+    if (!IsAt('>')) Fail("Wasn't found a proper closing element (>):" + std::string(tag_));
     Skip(1);
 }
 
 void Parser::Fail(const std::string& what) const {
+    const std::string_view passed = text_.substr(0, text_.size() - rest_.size());
+    const auto lines = static_cast<std::size_t>(std::count(passed.begin(), passed.end(), '\n'));
     Verbose::WriteMessage_1(Verbose::EMessageType::Error,
-                            what + ", InLine: " + std::to_string(line_) + ". Execution Aborted");
+                            what + ", InLine: " + std::to_string(lines - quotedLines_) + ". Execution Aborted");
     throw "Bad XML File";
 }
 

@@ -3,31 +3,29 @@
 namespace KM::XML {
 namespace {
 
-struct Clock {
-    unsigned session = 1;
-    std::vector<std::string> names;
-    bool isDump = false;
-};
+// Stand before any code runs: nodes are stamped by static initialisers of other files.
+constinit unsigned session = 1;
+constinit bool isDumped = false;
 
-// Made on first use: nodes are stamped by static initialisers of other files.
-Clock& TheClock() {
-    static Clock clock;
-    return clock;
+// Made on first use, for the same reason.
+std::vector<std::string>& Names() {
+    static std::vector<std::string> names;
+    return names;
 }
 
 }  // namespace
 
-int GetSettingSession() { return static_cast<int>(TheClock().session); }
+int GetSettingSession() { return static_cast<int>(session); }
 
 void IncrementSettingSession(const std::string& name) {
-    TheClock().names.push_back(name);
-    TheClock().session *= 2;
+    Names().push_back(name);
+    session *= 2;
 }
 
-const std::vector<std::string>& SettingSessionNames() { return TheClock().names; }
+const std::vector<std::string>& SettingSessionNames() { return Names(); }
 
-bool IsDumpSettingSession() { return TheClock().isDump; }
+bool IsDumpSettingSession() { return isDumped; }
 
-void SetIsDumpSettingSession(bool isDump) { TheClock().isDump = isDump; }
+void SetIsDumpSettingSession(bool isDump) { isDumped = isDump; }
 
 }  // namespace KM::XML

@@ -37,7 +37,7 @@ void DeclareXMLKeys() {
         Declare("XML.Out.Export.Attributes.Line", "Bool", "n", ""),
         Declare("XML", "", "", "This group sets the behaviour of XML dumping."),
         Declare(
-            "XML.XSLTFormatter", "String", FormatterAddress("/KMHS/Formatters/Config.xsl"),
+            "XML.XSLTFormatter", "String", ConfigurationFormatterAddress(),
             "XSLT Formatter write at begining of a dump. If is void it is not written. No angular bracket required!"),
         Declare("XML.DumpSettingsAfterLoading", "Bool", "n", "This group sets the behaviour of XML dumping."),
         Declare("XML.Out.Export.Attributes", "Bool", "y", "Enable or disable Attribute exporting."),

@@ -29,6 +29,12 @@ if(WAY STREQUAL "Package")
   set(consumer ${SCRATCH_DIR}/build/consumer)
 endif()
 
+# The tool finds the library from where it lies.
+file(GLOB tool ${prefix}/bin/kmmesh)
+if(tool)
+  run(${tool} --version)
+endif()
+
 if(WAY STREQUAL "PkgConfig")
   file(GLOB_RECURSE packages ${prefix}/*/km.pc)
   cmake_path(GET packages PARENT_PATH folder)

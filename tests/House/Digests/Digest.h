@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
+
+#include "Support/Numbers.h"
 
 namespace KM::Test {
 
@@ -18,6 +21,15 @@ public:
     template <class T>
     void Add(const std::vector<T>& items) {
         Add(items.data(), items.size());
+    }
+
+    /// NaNs all count as one: their bits depend on the order in which a compiler takes operands.
+    void Add(double x) {
+        const double alike = std::isnan(x) ? NaN : x;
+        Add(&alike, 1);
+    }
+    void Add(const TPoint<double>& p) {
+        for (const double x : {p.X, p.Y, p.Z}) Add(x);
     }
 
     std::uint64_t Value() const { return value_; }

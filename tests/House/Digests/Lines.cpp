@@ -1,4 +1,3 @@
-#include <cmath>
 #include <string>
 
 #include "Digest.h"
@@ -8,7 +7,7 @@
 namespace KM::Test {
 namespace {
 
-/// The results of one function. NaNs all count as one: their bits depend on the order in which a compiler takes operands.
+/// The results of one function.
 class Results {
 public:
     explicit Results(const char* name) : name_(name) {}
@@ -16,16 +15,9 @@ public:
     Results(const Results&) = delete;
     Results& operator=(const Results&) = delete;
 
-    void Add(double x) {
-        if (std::isnan(x)) x = NaN;
-        digest_.Add(&x, 1);
-    }
-    void Add(const P& p) {
-        for (const double x : {p.X, p.Y, p.Z}) Add(x);
-    }
-    template <class... More>
-    void AddAll(const More&... more) {
-        (Add(more), ...);
+    template <class... Result>
+    void Add(const Result&... results) {
+        (digest_.Add(results), ...);
     }
 
 private:
@@ -53,22 +45,22 @@ void PrintResults(const char* name, Function function) {
 void PrintDistances() {
     PrintResults("DistPtLn", [](Results& r, const Input& i) {
         double flat = 0.0, t = 0.0;
-        r.AddAll(DistPtLn(i.a, i.b, i.c, flat, false), DistPtLn(i.a, i.b, i.c, t, true), flat, t);
+        r.Add(DistPtLn(i.a, i.b, i.c, flat, false), DistPtLn(i.a, i.b, i.c, t, true), flat, t);
     });
     PrintResults("DistPtSegm", [](Results& r, const Input& i) {
         double flat = 0.0, t = 0.0;
-        r.AddAll(DistPtSegm(i.a, i.b, i.c, flat, false, 0.0), DistPtSegm(i.a, i.b, i.c, t, true, 0.0), flat, t);
+        r.Add(DistPtSegm(i.a, i.b, i.c, flat, false, 0.0), DistPtSegm(i.a, i.b, i.c, t, true, 0.0), flat, t);
     });
     PrintResults("distances from planes and segments", [](Results& r, const Input& i) {
-        r.AddAll(DistToPlane(i.a, i.b, i.c, i.d), DistPointToPlan(i.a, i.b, i.c, i.d),
-                 DistPointAboveSegment(i.a, i.b, i.c));
+        r.Add(DistToPlane(i.a, i.b, i.c, i.d), DistPointToPlan(i.a, i.b, i.c, i.d),
+              DistPointAboveSegment(i.a, i.b, i.c));
     });
     PrintResults("points", [](Results& r, const Input& i) {
-        r.AddAll(NearestPtOnLn(i.a, i.b, i.c), FindNearestPointOnLine(i.a, SafeUnit(i.b), i.c),
-                 BisectorPoint(i.a, i.b, i.c), AreCollinears(i.a, i.b, i.c, 1e-6) ? 1.0 : 0.0);
+        r.Add(NearestPtOnLn(i.a, i.b, i.c), FindNearestPointOnLine(i.a, SafeUnit(i.b), i.c),
+              BisectorPoint(i.a, i.b, i.c), AreCollinears(i.a, i.b, i.c, 1e-6) ? 1.0 : 0.0);
         P a = i.a, b = i.b;
         for (int axis = 0; axis < 3; ++axis) ClipSegmentToPlane(&a, &b, i.number, axis, axis == 1);
-        r.AddAll(a, b);
+        r.Add(a, b);
     });
 }
 
@@ -82,12 +74,12 @@ void PrintCrossings() {
         PrintResults(f.name, [&f](Results& r, const Input& i) {
             double t = 0.0, u = 0.0;
             const bool isFound = f.function(t, u, i.a, i.b, i.c, i.d);
-            r.AddAll(isFound ? 1.0 : 0.0, t, u);
+            r.Add(isFound ? 1.0 : 0.0, t, u);
         });
     PrintResults("MinSegmentBetweenTwoLines", [](Results& r, const Input& i) {
         P onAB, onCD;
         MinSegmentBetweenTwoLines(onAB, onCD, i.a, i.b, i.c, i.d);
-        r.AddAll(onAB, onCD);
+        r.Add(onAB, onCD);
     });
 }
 
@@ -106,13 +98,13 @@ void PrintSolidsAndCurves() {
         PrintResults(f.name, [&f](Results& r, const Input& i) {
             double t[4] = {};
             const int count = f.function(t, i);
-            r.AddAll(static_cast<double>(count), t[0], t[1]);
+            r.Add(static_cast<double>(count), t[0], t[1]);
         });
     PrintResults("circles",
-                 [](Results& r, const Input& i) { r.AddAll(Circle3P2D(i.a, i.b, i.c), Circle3P3D(i.a, i.b, i.c)); });
+                 [](Results& r, const Input& i) { r.Add(Circle3P2D(i.a, i.b, i.c), Circle3P3D(i.a, i.b, i.c)); });
     PrintResults("curves", [](Results& r, const Input& i) {
         const Tuple2<double, P> simple = Simplify(i.a, i.b, i.c, i.d, i.number);
-        r.AddAll(GetSplinePoint(i.a, i.b, i.c, i.d, i.number), simple.First, simple.Second);
+        r.Add(GetSplinePoint(i.a, i.b, i.c, i.d, i.number), simple.First, simple.Second);
     });
 }
 

@@ -1,4 +1,3 @@
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -9,19 +8,9 @@
 namespace KM::Test {
 namespace {
 
-/// Compilers differ in the bits of what is no number, and in nothing else.
-void Add(Digest& digest, double x) {
-    const double alike = std::isnan(x) ? NaN : x;
-    digest.Add(&alike, 1);
-}
-
-void Add(Digest& digest, const TPoint<double>& p) {
-    for (const double x : {p.X, p.Y, p.Z}) Add(digest, x);
-}
-
-void Add(Digest& digest, const Plane& plane) {
-    Add(digest, plane.Normal());
-    Add(digest, plane.d);
+void AddPlane(Digest& digest, const Plane& plane) {
+    digest.Add(plane.Normal());
+    digest.Add(plane.d);
 }
 
 std::vector<TPoint<double>> RandomPoints(Numbers& numbers, bool isHostile) {
@@ -40,26 +29,26 @@ void PrintPlanes(const std::string& name, unsigned seed, bool isHostile) {
         const Plane other(points[1], points[2]);
         TPoint<double> point, direction;
         double t = 0.0;
-        Add(digest, one);
-        Add(digest, other);
-        Add(digest, one.VerticalDist(points[2]));
-        Add(digest, one.Intersect(points[1], points[2]));
-        Add(digest, one.IntersectSeg(points[1], points[2], point, t));
-        Add(digest, Intersect2Planes(one, other, point, direction));
-        Add(digest, Intersect3Planes(one, other, Plane(1, 2, 3, 4), point));
-        Add(digest, point);
-        Add(digest, direction);
-        Add(digest, t);
+        AddPlane(digest, one);
+        AddPlane(digest, other);
+        digest.Add(one.VerticalDist(points[2]));
+        digest.Add(one.Intersect(points[1], points[2]));
+        digest.Add(one.IntersectSeg(points[1], points[2], point, t));
+        digest.Add(Intersect2Planes(one, other, point, direction));
+        digest.Add(Intersect3Planes(one, other, Plane(1, 2, 3, 4), point));
+        digest.Add(point);
+        digest.Add(direction);
+        digest.Add(t);
         const auto fit = AveragePlane(points, 1.0);
         digest.Add(&fit.First, 1);
-        Add(digest, fit.Second);
+        AddPlane(digest, fit.Second);
     }
     Print(name + ": planes", digest);
 }
 
 void AddRoots(Digest& digest, int count, const double* roots) {
     digest.Add(&count, 1);
-    for (int i = 0; i < count; ++i) Add(digest, roots[i]);
+    for (int i = 0; i < count; ++i) digest.Add(roots[i]);
 }
 
 void PrintRoots(const std::string& name, unsigned seed, bool isHostile) {
@@ -72,14 +61,14 @@ void PrintRoots(const std::string& name, unsigned seed, bool isHostile) {
         AddRoots(digest, Solver::Quadratic(k[0], k[1], k[2], roots), roots);
         AddRoots(digest, Solver::Cubic(k[0], k[1], k[2], k[3], roots), roots);
         AddRoots(digest, Solver::Quartic(k[0], k[1], k[2], k[3], k[4], roots), roots);
-        Add(digest, Solver::Check(k[0], k[1], k[2], k[3], k[4], roots[0]));
+        digest.Add(Solver::Check(k[0], k[1], k[2], k[3], k[4], roots[0]));
     }
     Print(name + ": roots", digest);
 }
 
 void AddVector(Digest& digest, const std::vector<double>& items, double value) {
-    Add(digest, value);
-    for (const double item : items) Add(digest, item);
+    digest.Add(value);
+    for (const double item : items) digest.Add(item);
 }
 
 void PrintEigenVectors(const std::string& name, unsigned seed, bool isHostile) {

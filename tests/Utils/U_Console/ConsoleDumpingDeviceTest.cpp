@@ -14,29 +14,17 @@
 
 #include "Support/InChild.h"
 #include "Support/LogOn.h"
+#include "Support/SettingKept.h"
 #include "Support/TempFolder.h"
 #include "Utils/U_Console/Console.h"
 #include "Utils/U_Console/ConsoleState.h"
 #include "Utils/U_Console/LogServices.h"
 #include "Utils/U_Debug/Verbose.h"
-#include "Utils/U_Settings/Settings.h"
 
 namespace KM {
 namespace {
 
-/// Changes a setting for its life time.
-class SettingKept {
-public:
-    SettingKept(const std::string& key, const std::string& value) : key_(key), before_(Settings::ToString(key)) {
-        Settings::ToXMLElement(key_).V(value);
-    }
-    SettingKept(const SettingKept&) = delete;
-    SettingKept& operator=(const SettingKept&) = delete;
-    ~SettingKept() { Settings::ToXMLElement(key_).V(before_); }
-
-private:
-    std::string key_, before_;
-};
+using Test::SettingKept;
 
 class ConsoleDevice : public testing::Test {
 protected:

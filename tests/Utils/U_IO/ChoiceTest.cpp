@@ -1,14 +1,14 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <pty.h>
-#include <sys/wait.h>
-#include <termios.h>
 #include <unistd.h>
 
-#include <csignal>
+#include <optional>
 
 #include "Support/InChild.h"
 #include "Support/LogCapture.h"
+#include "Support/OnTerminal.h"
+#include "Utils/U_App/Services.h"
+#include "Utils/U_Debug/Exceptions.h"
 #include "Utils/U_IO/Processes.h"
 
 namespace KM::IO {
@@ -16,6 +16,7 @@ namespace {
 
 using Test::InChild;
 using Test::LogCapture;
+using Test::OnTerminal;
 using Items = std::vector<std::string>;
 
 const Items Three{"a", "b", "c"};
@@ -26,48 +27,18 @@ std::string Choose(const Items& items) {
     std::string end;
     try {
         end = "chosen " + std::to_string(Choice(items));
-    } catch (int thrown) { end = "thrown " + std::to_string(thrown); }
+    } catch (int thrown) {
+        end = "thrown " + std::to_string(thrown);
+    }
     std::string text;
     for (const std::string& line : log.Lines())
         if (line.find("Time") == std::string::npos) text += line + "\n";
     return text + end;
 }
 
-/// A menu in a process whose terminal is ours. The keys wait there before it looks; an empty text hangs up instead.
-std::string ChooseOnTerminal(const Items& items, const std::string& keys) {
-    return InChild([&]() -> std::string {
-        int ends[2];
-        int terminal = -1;
-        if (pipe(ends) != 0) return "no pipe";
-        std::signal(SIGHUP, SIG_IGN);  // outlives the terminal
-        const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
-        if (child == 0) {
-            if (write(ends[1], "", 1) != 1) _exit(1);  // the terminal is ours by now
-            termios before{};
-            termios after{};
-            char go = 0;
-            tcgetattr(STDIN_FILENO, &before);
-            if (!keys.empty() && read(STDIN_FILENO, &go, 1) != 1) _exit(1);  // the line feed: the keys are there
-            std::string text = Choose(items);
-            tcgetattr(STDIN_FILENO, &after);
-            if (!keys.empty() && (before.c_lflag != after.c_lflag || before.c_cc[VMIN] != after.c_cc[VMIN]))
-                text += "\nterminal left in disorder";
-            _exit(write(ends[1], text.data(), text.size()) < 0 ? 1 : 0);
-        }
-        close(ends[1]);
-        char isReady = 0;
-        if (read(ends[0], &isReady, 1) != 1) return "no child";
-        const std::string sent = "\n" + keys;
-        if (keys.empty())
-            close(terminal);
-        else if (write(terminal, sent.data(), sent.size()) < 0)
-            return "no terminal";
-        std::string text;
-        char part[4096];
-        for (ssize_t n = 0; (n = read(ends[0], part, sizeof part)) > 0;) text.append(part, static_cast<std::size_t>(n));
-        waitpid(child, nullptr, 0);
-        return text;
-    });
+/// A menu in a process whose terminal is ours. The keys wait there before it looks; nothing hangs up instead.
+std::string ChooseOnTerminal(const Items& items, const std::optional<std::string>& keys) {
+    return OnTerminal(keys, [&items] { return Choose(items); });
 }
 
 const std::string Menu =
@@ -105,20 +76,35 @@ TEST(Choice, KnowsTenKeys) {
     EXPECT_EQ(text.substr(text.size() - 8), "chosen 9");
 }
 
+TEST(Choice, StopsWhenTheUserWantsByOtherMeans) {
+    struct : Application::AbortEventPolicy {
+        bool operator()() const override { return true; }
+    } policy;
+    EXPECT_EQ(OnTerminal(" ",
+                         [&] {
+                             Application::Services::AbortEvent(policy);
+                             try {
+                                 Choice(Three);
+                             } catch (const XUserAbort&) {
+                                 return std::string("stopped");
+                             }
+                             return std::string("chosen");
+                         }),
+              "stopped");
+}
+
 TEST(Choice, OfNothingThrowsAnInt) { EXPECT_EQ(ChooseOnTerminal({}, "0"), "thrown 27"); }
 
 TEST(Choice, TerminalThatHangsUpThrowsAnInt) {
-    const std::string text = ChooseOnTerminal(Three, "");
+    const std::string text = ChooseOnTerminal(Three, std::nullopt);
     EXPECT_EQ(text.substr(text.size() - 9), "thrown 27");
 }
 
 TEST(Choice, WithoutTerminalThrowsAnInt) {
     const auto chooseWith = [](int input) {
         return InChild([input] {
-            if (input >= 0)
-                dup2(input, STDIN_FILENO);
-            else
-                close(STDIN_FILENO);
+            if (input >= 0) dup2(input, STDIN_FILENO);
+            else close(STDIN_FILENO);
             return Choose(Three);
         });
     };

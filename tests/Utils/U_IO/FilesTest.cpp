@@ -3,9 +3,11 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sched.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -275,13 +277,49 @@ TEST(DirectoryDelete, IgnoresWhatIsNoFolder) {
     EXPECT_EQ(temp.Names(), (Names{"file", "link"}));
 }
 
+// Deeper than a path can be long, and than a process may hold folders open.
 TEST(DirectoryDelete, GoesDeep) {
     const TempFolder temp;
-    std::string deep = "a";
-    while (deep.size() < 200) deep += "/a";
-    fs::create_directories(temp / deep);
-    DirectoryDelete(temp / "a");
-    EXPECT_TRUE(temp.Names().empty());
+    const std::string done = InChild([&temp]() -> std::string {
+        const std::string name(20, 'a');
+        fs::current_path(temp / "");
+        for (int level = 0; level < 300; ++level) {
+            if (level % 10 == 0 && mkdir("b", 0777) != 0) return "no sibling";
+            if (mkdir(name.c_str(), 0777) != 0 || chdir(name.c_str()) != 0) return "no tree";
+        }
+        const rlimit few{16, 16};
+        if (chdir("/") != 0 || setrlimit(RLIMIT_NOFILE, &few) != 0) return "no limit";
+        DirectoryDelete(temp / name);
+        return "done";
+    });
+    EXPECT_EQ(done, "done");
+    EXPECT_EQ(temp.Names(), Names{"b"});
+}
+
+// What may not be entered stays; all beside it goes.
+TEST(DirectoryDelete, GoesOnBehindAFolderThatIsClosed) {
+    const TempFolder temp;
+    const std::string done = InChild([&temp]() -> std::string {
+        for (const char* name : {"a/1", "a/closed/inner", "a/unreadable/inner", "a/empty", "a/z/inner"})
+            fs::create_directories(temp / name);
+        for (const char* name : {"a", "a/z"}) fs::permissions(temp / name, fs::perms::all);
+        fs::permissions(temp / "a/closed", fs::perms::owner_read | fs::perms::others_read);
+        fs::permissions(temp / "a/unreadable", fs::perms::owner_exec | fs::perms::others_exec);
+        fs::permissions(temp / "a/empty", fs::perms::none);
+        BecomeNobody(temp);
+        DirectoryDelete(temp / "a");
+        return "done";
+    });
+    EXPECT_EQ(done, "done");
+    Names left;
+    for (const fs::directory_entry& entry : fs::directory_iterator(temp / "a"))
+        left.push_back(entry.path().filename().string());
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, (Names{"closed", "unreadable"}));
+    fs::permissions(temp / "a/closed", fs::perms::owner_all);
+    fs::permissions(temp / "a/unreadable", fs::perms::owner_all);
+    EXPECT_TRUE(fs::exists(temp / "a/closed/inner"));
+    EXPECT_TRUE(fs::exists(temp / "a/unreadable/inner"));
 }
 
 TEST(Copy, ReplacesTheTarget) {

@@ -8,28 +8,14 @@
 #include <streambuf>
 #include <string>
 
+#include "Support/SettingKept.h"
 #include "Utils/U_Console/Console.h"
-#include "Utils/U_Settings/Settings.h"
 #include "Utils/U_XMLReader/Reader.h"
 
 namespace KM::XML {
 namespace {
 
-/// Gives a setting another value for its life time.
-class Changed {
-public:
-    Changed(const std::string& key, const std::string& value)
-        : element_(Settings::ToXMLElement(key)), former_(element_.V()) {
-        element_.V(value);
-    }
-    Changed(const Changed&) = delete;
-    Changed& operator=(const Changed&) = delete;
-    ~Changed() { element_.V(former_); }
-
-private:
-    Element& element_;
-    std::string former_;
-};
+using Test::SettingKept;
 
 std::string Written(const std::function<void(DumpProcessor&)>& events, bool escape = true,
                     const std::string& indent = "  ", int depth = 0) {
@@ -82,9 +68,9 @@ TEST(DumpProcessor, SettingsSwitchAttributes) {
     };
     EXPECT_EQ(Written(events),
               " Default=\"1\" Type=\"1\" Help=\"1\" Policy=\"1\" BoundLower=\"1\" BoundUpper=\"1\" SS=\"1\"");
-    const Changed file("XML.Out.Export.Attributes.File", "y");
-    const Changed help("XML.Out.Export.Attributes.Help", "n");
-    const Changed group("XML.Out.Export.Attributes", "n");
+    const SettingKept file("XML.Out.Export.Attributes.File", "y");
+    const SettingKept help("XML.Out.Export.Attributes.Help", "n");
+    const SettingKept group("XML.Out.Export.Attributes", "n");
     EXPECT_EQ(Written(events),
               " Default=\"1\" Type=\"1\" Policy=\"1\" BoundLower=\"1\" BoundUpper=\"1\" File=\"1\" SS=\"1\"")
         << "the group itself switches nothing";
@@ -93,7 +79,7 @@ TEST(DumpProcessor, SettingsSwitchAttributes) {
 TEST(DumpProcessor, ASettingSwitchesValues) {
     const auto events = [](DumpProcessor& dump) { dump.OnValue("v"); };
     EXPECT_EQ(Written(events), "v");
-    const Changed value("XML.Out.Export.Value", "off");
+    const SettingKept value("XML.Out.Export.Value", "off");
     EXPECT_EQ(Written(events), "");
 }
 
@@ -153,7 +139,7 @@ TEST(DumpProcessor, SetsTheColorsOfEachPiece) {
     Console::GetBackground();
     ColorRecorder recorder;
     std::ostream out(&recorder);
-    const Changed background("XML.Out.Color.Background.Comment.Value", "b0001");
+    const SettingKept background("XML.Out.Color.Background.Comment.Value", "b0001");
     DumpProcessor dump(out, true, "", 0);
     dump.OnElementBegin("a");
     dump.OnAttribute("b", "c");
@@ -173,9 +159,9 @@ TEST(DumpProcessor, SetsTheColorsOfEachPiece) {
 
 TEST(DumpProcessor, ReadsColorsOnceAndWithoutArguments) {
     std::ostringstream out;
-    const Changed color("XML.Out.Color.Foreground.Element.Value", "b0101");
+    const SettingKept color("XML.Out.Color.Foreground.Element.Value", "b0101");
     DumpProcessor dump(out, true, "", 0);
-    const Changed later("XML.Out.Color.Foreground.Element.Value", "b0001");
+    const SettingKept later("XML.Out.Color.Foreground.Element.Value", "b0001");
     dump.OnValue("v");
     Console::GetForeground();
     EXPECT_EQ(Console::GetForeground(), 5);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -95,6 +96,46 @@ TEST(UnlinkedNodes, LeaveTheIndexAlsoWithoutAParent) {
     y = Element("free");
     delete &y;
     EXPECT_EQ(root["y"].P(), &root);
+}
+
+TEST(UnlinkedNodes, LeaveEachNameThatTheyHave) {
+    Element root("root", "", nullptr);
+    const Element other("y", "", &root);
+    Element& x = root["x"];
+    root["y"];
+    x = other;
+    x.N("z");
+    ASSERT_EQ(&root["x"], &x) << "an assignment leaves the index alone";
+    ASSERT_EQ(&root["z"], &x);
+    delete &EraseFirst(root);
+    EXPECT_EQ(root.ToString("x"), "");
+    EXPECT_EQ(root.ToString("z"), "");
+    EXPECT_EQ(root["x"].N(), "x");
+    EXPECT_EQ(root["z"].N(), "z");
+}
+
+TEST(UnlinkedNodes, ThatWereCopiedLeaveTheNameOfTheirElement) {
+    Element source("root");
+    source["x"];
+    Element root(source);
+    delete &EraseFirst(root);
+    EXPECT_EQ(root["root"].N(), "root");
+}
+
+TEST(UnlinkedNodes, OfTheSameNameLeaveTheLaterOneAlone) {
+    Element root("root");
+    root.NewChild("x", "first");
+    root.NewChild("x", "second");
+    delete &EraseFirst(root);
+    EXPECT_EQ(root.ToString("x"), "second");
+}
+
+// A search through the whole index for each of them would take minutes.
+TEST(UnlinkedNodes, AreDeletedInATimeThatGrowsWithTheirNumber) {
+    Element root("root");
+    for (int i = 0; i < 200000; ++i) root += Element(std::to_string(i));
+    while (!root.Children().empty()) delete &EraseFirst(root);
+    EXPECT_EQ(root.ToString("77"), "");
 }
 
 TEST(UnlinkedNodes, MayHaveAParentThatDiedLongAgo) {

@@ -18,11 +18,13 @@ namespace KM {
 /// The check point of cancellation. Each message to the log passes it, and each report of progress.
 ///
 /// Stops on the file "!Break(ID=…)", which is looked for if `IsEnableInCacheLookingForCheckAbort()`, at most once in
-/// `TimeGranularity()` seconds; on Escape on the keyboard, if standard input is a terminal of which this process has the
-/// foreground (other keys are taken and logged); and on an interrupt, after `Application::CatchInterrupts()`. It then
-/// closes all scopes of the log but the outermost one.
+/// `TimeGranularity()` seconds; on Escape on the keyboard, if standard input is a terminal and this process not in the
+/// background there (other keys are taken and logged, each by a check of its own; while `IO::Choice` asks, keys are its
+/// own); and on an interrupt, after `Application::CatchInterrupts()`. It then closes all scopes of the log but the
+/// outermost one.
 ///
-/// Does nothing while a scope of the log closes, nor within its own messages.
+/// Its own messages are check points too: of keys that wait together, the last is logged first, and none of those before
+/// an Escape. Does nothing while a scope of the log closes.
 /// @throws XUserAbort
 KM_API void CheckAbort();
 

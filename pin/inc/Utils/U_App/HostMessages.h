@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
-#include <vector>
 
 #include "KmApi.h"
 
@@ -34,16 +34,17 @@ protected:
     void Touch() { dirty_ = true; }
     /// Drops the block if it is out of date. True if one has to be built.
     bool NeedsBlock();
-    void KeepBlock(std::vector<unsigned char> block);
-    const unsigned char* Block() const { return size_ == -1 ? nullptr : buffer_.data(); }
+    void KeepBlock(const std::string& bytes);
+    const unsigned char* Block() const { return buffer_.get(); }
 
 private:
     void DropBlock();
 
-    std::vector<unsigned char> buffer_;
-    int size_ = -1;
+    std::unique_ptr<unsigned char[]> buffer_;
+    std::int32_t size_ = -1;
     bool dirty_ = true;
     std::uint32_t id_;
+    [[maybe_unused]] std::int32_t reserved_[2] = {-1, -1};
     std::string text_;
 };
 

@@ -31,8 +31,8 @@ public:
     ///
     /// @param global   progress of the whole, 0 to 1; the greatest one so far is shown
     /// @param local    progress of the innermost task, 0 to 1
-    /// @param message  in the name of the file, what a name cannot hold is replaced by "_" ("/", back-slash, "*", "?" and
-    ///                 control bytes), and what is too long for a name is cut off
+    /// @param message  in the name of the file, what a name cannot hold is replaced by "_" ("/", back-slash and NUL), and
+    ///                 what is too long for a name is cut off
     /// @throws IO::XFileIOError if the file cannot be made
     virtual void operator()(double global, double local, const std::string& message) const;
     virtual ~StatusPolicy();

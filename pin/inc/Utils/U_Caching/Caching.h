@@ -8,12 +8,12 @@
 /// lie, what they are called, and how large the folder may become before the files that were not used for the longest
 /// time are deleted. One thread at a time.
 ///
-/// A setter does nothing with a number that cannot be meant: a size or factor that is negative or not a number, a time
-/// that is not a number or beyond 1e19.
+/// A setter does nothing with a number that cannot be meant: a size or factor that is negative or not a number, seconds
+/// that are not a number or not above -1e19. Seconds above 1e19 are a span without end.
 namespace KM::Caching {
 
-/// The folder of all files, ending in a back-slash. At start it lies below the user's cache folder; nothing makes it
-/// before it is written to.
+/// The folder of all files, ending in a back-slash. At start it lies below the user's cache folder, and is not made
+/// before it is configured or written to.
 KM_API const std::string& Path();
 /// Sets the folder, and makes it.
 KM_API void Path(const std::string& path);
@@ -44,7 +44,7 @@ KM_API void DeleteFactor(double fraction);
 /// The least time between two looks at the folder, in seconds; 900 at start.
 KM_API double TimeBetweenAnalysis();
 KM_API void TimeBetweenAnalysis(double seconds);
-/// When the folder was last looked at, by `Time::Get`; 0 at start.
+/// When the folder was last looked at, by `Time::Get`; 0 at start. A moment beyond 1e19 is refused on either side.
 KM_API double LastAnalysisTime();
 KM_API void LastAnalysisTime(double time);
 /// Whether the folder is cleaned at all; false until configured.
@@ -69,7 +69,7 @@ KM_API bool InfoNeedsReading();
 KM_API void InfoNeedsReading(bool needed);
 
 /// Takes all this from the settings "Cache…", and writes the state file. An empty "Cache.Folder" keeps the folder as it
-/// is. With "Cache.Cleaning.PreClean" all results in the folder are deleted.
+/// is, and makes it. With "Cache.Cleaning.PreClean" all results in the folder are deleted.
 ///
 /// The time of the last look at the folder comes from the state file, if there is one. A state file that cannot be
 /// written is told by an `Error` in the log.

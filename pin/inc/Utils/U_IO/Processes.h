@@ -53,6 +53,7 @@ KM_API double Total(const std::string& path);
 /// A menu on the console: logs the items, waits for a digit, and returns the index of the chosen one. Items beyond the
 /// tenth are shown but have no key.
 /// @throws int when Esc is pressed, when there is nothing to choose, or when no keyboard is there (or is gone)
+/// @throws XUserAbort when the user wants the work to stop, by other means than a key
 KM_API int Choice(const std::vector<std::string>& items);
 
 }  // namespace KM::IO

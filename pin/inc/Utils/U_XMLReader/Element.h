@@ -11,8 +11,6 @@
 
 namespace KM::XML {
 
-class NameIndex;
-
 /// A node with attributes and children. It owns its children: they die with it, however deep the tree. Children are
 /// walked through `Children()`, in document order, and found by name through a dotted path and an index.
 ///
@@ -23,8 +21,9 @@ class NameIndex;
 /// The index knows one child per name, the last one that was added under it. A copied element can be walked but not
 /// searched, see `operator=`; search the original.
 ///
-/// A tree is used by one thread at a time. Readers beside each other must keep to `ToString` and its kin, since
-/// `operator[]` writes where a part is missing. A list of children beyond 357,913,940 entries, or a map beyond
+/// A tree is used by one thread at a time. Readers beside each other must keep to `ToString` and its kin and to const
+/// elements: `operator[]` writes where a part is missing, and a list or map that can be written to is made when it is
+/// first asked for. A list of children beyond 357,913,940 entries, or a map beyond
 /// 97,612,892, throws `std::length_error`.
 class KM_API Element : public Base {
 public:
@@ -107,14 +106,15 @@ public:
     /// The value of an attribute; empty if there is no such attribute.
     const std::string& AttributeValue(const std::string& name) const;
 
-    AttributeMap& Attributes() { return attributes_; }
-    const AttributeMap& Attributes() const { return attributes_; }
+    AttributeMap& Attributes();
+    const AttributeMap& Attributes() const;
     /// The children in document order, never null. The list owns them.
-    ChildList& Children() { return children_; }
-    const ChildList& Children() const { return children_; }
+    ChildList& Children();
+    const ChildList& Children() const;
 
 private:
     class DoomedChildren;
+    struct Family;
 
     static std::unique_ptr<Base> CloneTree(const Base& source);
     static std::unique_ptr<Element> CloneWithoutChildren(const Element& source);
@@ -124,16 +124,17 @@ private:
     bool IsChild(const Element* element) const;
 
     void AddChild(std::unique_ptr<Base> child);
-    void AddToIndex(const std::string& name, Element* child);
     Element& AddIndexed(std::unique_ptr<Element> child);
     void AddCloned(std::unique_ptr<Base> clone);
+    void CopyAttributes(const Element& source);
     void Keep(Base& node);
+    void LeaveIndex(const Element& node) const;
     ChildList::iterator Unlink(ChildList::iterator it);
 
-    AttributeMap attributes_;
-    std::unique_ptr<NameIndex> index_;  // none until it is needed: most elements are leaves
-    ChildList children_;
     bool hasUnlinked_ = false;
+    // None until they are needed: most elements are leaves, and a bare one takes little more than its two texts.
+    std::unique_ptr<AttributeMap> attributes_;
+    std::unique_ptr<Family> family_;
 };
 
 /// The names from the root down to the element, joined by dots; empty if the parents run in a circle.

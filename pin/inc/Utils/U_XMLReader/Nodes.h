@@ -52,6 +52,7 @@ private:
     Element* parent_;
     int session_;
     bool isUnlinked_ = false;
+    bool hasOtherKey_ = false;  // an index may know this node under a name that is not its own
 };
 
 /// A name with a value, held by value in its element.

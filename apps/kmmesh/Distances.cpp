@@ -1,0 +1,46 @@
+#include "Distances.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <sstream>
+
+#include "Failure.h"
+
+namespace KM::Tool {
+namespace {
+
+double DistanceOf(const std::string& word, double diagonal) {
+    const bool isShare = word.ends_with('%');
+    const char* const end = word.data() + word.size() - (isShare ? 1 : 0);
+    double value = 0.0;
+    const auto [stop, error] = std::from_chars(word.data(), end, value);
+    if (error != std::errc() || stop != end || !(value >= 0.0) || !std::isfinite(value))
+        throw Failure("distance \"" + word + "\"",
+                      "is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%");
+    return isShare ? value / 100.0 * diagonal : value;
+}
+
+}  // namespace
+
+std::vector<double> DistancesOf(const std::string& text, double diagonal) {
+    std::string spaced = text;
+    std::replace(spaced.begin(), spaced.end(), ',', ' ');
+    std::istringstream words(spaced);
+    std::vector<double> distances;
+    for (std::string word; words >> word;) distances.push_back(DistanceOf(word, diagonal));
+    if (distances.empty()) throw Failure("distances \"" + text + "\"", "there is no number");
+    std::sort(distances.begin(), distances.end());
+    return distances;
+}
+
+std::string FaultOfDistances(const std::string& text) {
+    try {
+        DistancesOf(text, 1.0);
+        return "";
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+}
+
+}  // namespace KM::Tool

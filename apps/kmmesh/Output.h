@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+/// What a verb says to people. Where the log is on, the lines go into the log, so that both stay readable.
+namespace KM::Tool {
+
+/// Drops what `Tell` is given.
+void BeQuiet();
+
+/// Prints what was asked for, line by line, to standard output.
+void Print(const std::string& lines);
+
+/// The same for what is good to know and was not asked for, as the names of files that were written.
+void Tell(const std::string& lines);
+
+/// One line on standard error, behind the name of the tool; red where it is a terminal that takes colours.
+void Complain(const std::string& line);
+
+/// `printf` into a text.
+[[gnu::format(printf, 1, 2)]] std::string Format(const char* format, ...);
+
+/// "1 file", "2 files".
+std::string Count(long long count, const std::string& one);
+
+}  // namespace KM::Tool

@@ -1,0 +1,80 @@
+#include "CommandLine.h"
+
+#include <gtest/gtest.h>
+
+namespace KM::Tool {
+namespace {
+
+using Words = std::vector<std::string>;
+
+TEST(IsForPeople, TellsTheTwoRoadsApart) {
+    for (const Words& words : {Words{"info"}, {"info", "a.xml"}, {"--help"}, {"-q"}, {"decmate", "a.stl"}})
+        EXPECT_TRUE(IsForPeople(words)) << words.front();
+    for (const Words& words : {Words{}, {"a.xml"}, {"/C", "a.xml"}, {"/T"}, {"dir/info"}, {""}, {"a.stl", "--help"}})
+        EXPECT_FALSE(IsForPeople(words));
+}
+
+TEST(CommandLine, TakesAVerbWithItsOptions) {
+    const CommandLine line =
+        Parse({"-q", "lods", "a.stl", "--tolerances", "0,1%", "--text", "b.stl", "--verbose", "4", "--save", "j.XML"});
+    ASSERT_EQ(line.fault, "");
+    ASSERT_NE(line.request.verb, nullptr);
+    EXPECT_EQ(line.request.verb->name, "lods");
+    EXPECT_EQ(line.request.values.at("files"), (Words{"a.stl", "b.stl"}));
+    EXPECT_EQ(line.request.values.at("tolerances"), Words{"0,1%"});
+    EXPECT_EQ(line.request.values.at("text"), Words{"Y"});
+    EXPECT_FALSE(line.request.values.contains("out"));
+    EXPECT_TRUE(line.request.isQuiet);
+    EXPECT_EQ(line.request.verbosity, 4);
+    EXPECT_EQ(line.request.save, "j.XML");
+}
+
+TEST(CommandLine, TakesFilesOfAnyName) {
+    const CommandLine line = Parse({"info", "info", "--", "--help", "convert", "-q"});
+    ASSERT_EQ(line.fault, "");
+    EXPECT_EQ(line.request.values.at("files"), (Words{"info", "--help", "convert", "-q"}));
+    EXPECT_FALSE(line.request.isQuiet);
+    EXPECT_EQ(Parse({"info", "--", "-a"}).request.values.at("files"), Words{"-a"});
+    EXPECT_EQ(Parse({"info", "--"}).exitCode, 3);
+    EXPECT_EQ(Parse({"settings", "--", "a"}).exitCode, 4);
+}
+
+TEST(CommandLine, ShowsHelpWhateverIsLacking) {
+    EXPECT_NE(Parse({"--help"}).text.find("Verbs:"), std::string::npos);
+    EXPECT_NE(Parse({"convert", "-h"}).text.find("kmmesh convert: "), std::string::npos);
+    EXPECT_NE(Parse({"info", "a.stl", "--help"}).text.find("kmmesh info: "), std::string::npos);
+    EXPECT_TRUE(Parse({"--version"}).text.starts_with("kmmesh "));
+}
+
+TEST(CommandLine, ExplainsWhatIsWrongInOneLine) {
+    const struct {
+        Words words;
+        int exitCode;
+        const char* fault;
+    } wrong[] = {
+        {{"decmate", "a.stl"}, 4, "\"decmate\" is no verb and no file; see kmmesh --help"},
+        {{"--bad"}, 4, "\"--bad\" is no verb and no option; see kmmesh --help"},
+        {{"-q", "decmate"}, 4, "\"decmate\" is no verb and no option; see kmmesh --help"},
+        {{"-q"}, 3, "no verb; see kmmesh --help"},
+        {{"info"}, 3, "FILE is required; see kmmesh info --help"},
+        {{"convert", "a.stl"}, 3, "--out is required; see kmmesh convert --help"},
+        {{"info", "a.stl", "--bad"}, 4, "The following argument was not expected: --bad; see kmmesh info --help"},
+        {{"info", "a.stl", "--verbose", "7"}, 4, "--verbose: Value 7 not in range 0 to 6; see kmmesh info --help"},
+        {{"info", "a.stl", "--save", "j.txt"}, 4, "--save: \"j.txt\" does not end in .xml; see kmmesh info --help"},
+        {{"lods", "a.stl", "--tolerances", "x"},
+         4,
+         "--tolerances: distance \"x\": is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%; "
+         "see "
+         "kmmesh lods --help"},
+    };
+    for (const auto& [words, exitCode, fault] : wrong) {
+        const CommandLine line = Parse(words);
+        EXPECT_EQ(line.fault, fault);
+        EXPECT_EQ(line.exitCode, exitCode) << fault;
+        EXPECT_EQ(line.request.verb, nullptr);
+        EXPECT_EQ(line.text, "");
+    }
+}
+
+}  // namespace
+}  // namespace KM::Tool

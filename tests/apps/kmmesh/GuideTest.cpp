@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "ToolRun.h"
+
+namespace KM::Test {
+namespace {
+
+/// A command that the guide shows, and what it says that it prints.
+struct Step {
+    std::string command;
+    std::string output;
+};
+
+/// The blocks of commands: those between lines of "```console", each command behind "$ ".
+std::vector<Step> StepsOf(const std::string& guide) {
+    std::vector<Step> steps;
+    bool isInside = false;
+    for (const std::string& line : Lines(guide)) {
+        if (line.starts_with("```")) isInside = line == "```console";
+        else if (!isInside) continue;
+        else if (line.starts_with("$ ")) steps.push_back({line.substr(2), ""});
+        else if (!steps.empty()) steps.back().output += line + '\n';
+    }
+    return steps;
+}
+
+const std::string FolderOfGuide = "/home/me/parts/";
+
+std::string Replaced(std::string text, const std::string& what, const std::string& by) {
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+        text.replace(at, what.size(), by);
+    return text;
+}
+
+/// Output and errors of a command as a shell shows them, with the folder as the guide calls it.
+std::string Shown(const ToolRun& tool, const std::string& command) {
+    std::string setting = "PATH='" + std::filesystem::path(KM_TOOL).parent_path().string() + "':$PATH";
+    for (const auto& [name, value] : tool.environment) setting += ' ' + name + "='" + value + '\'';
+    const std::string here = tool.folder / "";
+    std::ostringstream all;
+    all << "cd '" << here << "' && export " << setting << " && { " << Replaced(command, FolderOfGuide, here) << "; } >'"
+        << (tool.home / "shown") << "' 2>&1 </dev/null";
+    EXPECT_NE(std::system(all.str().c_str()), -1);
+    return Replaced(tool.home.Bytes("shown"), here, FolderOfGuide);
+}
+
+TEST(ToolGuide, ShowsWhatTheToolPrints) {
+    std::ostringstream guide;
+    guide << std::ifstream(KM_SOURCE_DIR "/docs/tool-guide.md").rdbuf();
+    const std::vector<Step> steps = StepsOf(guide.str());
+    ASSERT_GE(steps.size(), 6u);
+    const ToolRun tool;
+    std::filesystem::copy(KM_SOURCE_DIR "/samples/bearing-bracket.stl", tool.folder / "bearing-bracket.stl");
+    for (const Step& step : steps) EXPECT_EQ(Shown(tool, step.command), step.output) << step.command;
+}
+
+}  // namespace
+}  // namespace KM::Test
