@@ -2,6 +2,8 @@
 
 #include <numeric>
 
+#include "CornerNormal.h"
+
 namespace KM {
 
 void ClosedFans::Finish() {
@@ -19,7 +21,8 @@ void ClosedFans::Finish() {
         TPoint<double> sum;
         for (std::size_t k = begin; k < end; ++k) sum += crosses_.Get(k);
         sums.Set(fan, sum);
-        totals[fan] = isWeighted_ ? std::accumulate(weights + begin, weights + end, 0.0) : static_cast<double>(end - begin);
+        totals[fan] =
+            isWeighted_ ? std::accumulate(weights + begin, weights + end, 0.0) : static_cast<double>(end - begin);
         begin = end;
     }
     Divide(sums, totals, fans_);

@@ -3,23 +3,18 @@
 #include <cstddef>
 #include <vector>
 
-#include "CornerNormal.h"
+#include "MeshView.h"
 #include "UnitVectors.h"
 
 namespace KM {
 
-/// Normals of nodes inside the surface, some hundreds at a time: nearly all nodes of a mesh are such, and get by with one
+/// Normals of nodes inside the surface, some at a time: nearly all nodes of a mesh are such, and get by with one
 /// walk and few instructions a corner. What is not of this kind is left to a slower way.
 class ClosedFans {
 public:
     /// `normals` has an entry for each node, and gets those of nodes with a weight.
     ClosedFans(const PIN& mesh, bool isWeighted, std::vector<TPoint<double>>& normals)
-        : edges_(mesh.edges.data()),
-          points_(mesh.points.data()),
-          edgeCount_(mesh.edges.size()),
-          nodeCount_(mesh.points.size()),
-          isWeighted_(isWeighted),
-          normals_(normals.data()) {}
+        : mesh_(mesh), isWeighted_(isWeighted), normals_(normals.data()) {}
 
     /// Takes the fan that ends with `last`, an alive edge at an existing node. False, with nothing taken, if its triangles
     /// do not close around the node with all links as they should be, or are too many.
@@ -27,7 +22,7 @@ public:
         if (corners_ + LongestFan > VectorBlock::Size) Finish();
         const std::size_t end = Collect(last);
         if (end == 0) return false;
-        nodes_[fans_] = edges_[last].P0;
+        nodes_[fans_] = mesh_.edges[last].P0;
         ends_[fans_] = end;
         ++fans_;
         corners_ = end;
@@ -38,7 +33,7 @@ public:
     void Finish();
 
 private:
-    static constexpr std::size_t LongestFan = 64;
+    static constexpr std::size_t LongestFan = 24;
 
     //        D           One step forward, from the edge A-B over its twin t to n, of the triangle A, D, B. What makes sure
     //      m/ \n         that a step backward would undo it is in the same three records. So the walk that starts behind
@@ -47,24 +42,25 @@ private:
     //        t
     /// Puts the cross products of the corners behind those that are there. Returns where they end, or 0.
     std::size_t Collect(int last) {
-        const int node = edges_[last].P0;
-        if (!IsEdge(edges_[last].NE)) return 0;
-        int b = edges_[edges_[last].NE].P0;
-        if (!IsNode(b)) return 0;
-        const TPoint<double> A = points_[node];
-        TPoint<double> toB = points_[b] - A;
+        const int node = mesh_.edges[last].P0;
+        if (!mesh_.IsEdge(mesh_.edges[last].NE)) return 0;
+        int b = mesh_.edges[mesh_.edges[last].NE].P0;
+        if (!mesh_.IsNode(b)) return 0;
+        const TPoint<double> A = mesh_.points[node];
+        TPoint<double> toB = mesh_.points[b] - A;
         int e = last;
         for (std::size_t k = corners_; k < corners_ + LongestFan;) {
-            const int t = edges_[e].TE;
-            if (!IsEdge(t)) return 0;
-            const int n = edges_[t].NE;
-            if (!IsEdge(n)) return 0;
-            const int m = edges_[n].NE;
-            if (!IsEdge(m)) return 0;
-            const int d = edges_[m].P0;
-            if (edges_[t].TE != e || edges_[t].P0 != b || edges_[n].P0 != node || edges_[m].NE != t || !IsNode(d))
+            const int t = mesh_.edges[e].TE;
+            if (!mesh_.IsEdge(t)) return 0;
+            const int n = mesh_.edges[t].NE;
+            if (!mesh_.IsEdge(n)) return 0;
+            const int m = mesh_.edges[n].NE;
+            if (!mesh_.IsEdge(m)) return 0;
+            const int d = mesh_.edges[m].P0;
+            if (mesh_.edges[t].TE != e || mesh_.edges[t].P0 != b || mesh_.edges[n].P0 != node ||
+                mesh_.edges[m].NE != t || !mesh_.IsNode(d))
                 return 0;
-            const TPoint<double> toD = points_[d] - A;
+            const TPoint<double> toD = mesh_.points[d] - A;
             crosses_.Set(k++, Cross(toD, toB));
             if (n == last) return k;
             e = n;
@@ -74,14 +70,7 @@ private:
         return 0;
     }
 
-    bool IsEdge(int e) const { return static_cast<std::size_t>(e) < edgeCount_; }
-    bool IsNode(int node) const { return static_cast<std::size_t>(node) < nodeCount_; }
-
-    // What the vectors of the mesh would work out anew for each corner.
-    const Edge* edges_;
-    const TPoint<double>* points_;
-    std::size_t edgeCount_;
-    std::size_t nodeCount_;
+    MeshView mesh_;
     bool isWeighted_;
     TPoint<double>* normals_;
 

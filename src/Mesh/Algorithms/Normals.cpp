@@ -8,6 +8,7 @@
 #include "CornerNormal.h"
 #include "Mesh/Core/FanWalk.h"
 #include "Mesh/Core/PreviousEdges.h"
+#include "MeshView.h"
 
 namespace KM {
 namespace {
@@ -89,18 +90,17 @@ void Normals(const PIN& mesh, std::vector<TPoint<double>>& normals, bool weighte
     normals.assign(mesh.points.size(), TPoint<double>());
     ClosedFans closed(mesh, weighted, normals);
     AnyFans others(mesh, weighted);
-    const std::size_t nodeCount = mesh.points.size();
-    const Edge* edges = mesh.edges.data();
-    std::vector<char> isDone(nodeCount, 0);
+    const MeshView view(mesh);
+    std::vector<char> isDone(view.nodeCount, 0);
     // The highest-numbered edge at a node leads to its fan: met first from the end, it needs no table of edges by node.
-    for (int e = static_cast<int>(mesh.edges.size()) - 1; e >= 0; --e) {
-        const std::size_t node = static_cast<std::size_t>(edges[e].P0);
-        if (node >= nodeCount || isDone[node] || IsDead(edges[e])) continue;
+    for (int e = static_cast<int>(view.edgeCount) - 1; e >= 0; --e) {
+        const int node = view.edges[e].P0;
+        if (!view.IsNode(node) || isDone[node] || IsDead(view.edges[e])) continue;
         isDone[node] = 1;
         if (!closed.Take(e)) normals[node] = others.NormalAt(e);
     }
     closed.Finish();
-    for (std::size_t node = 0; node < nodeCount; ++node)
+    for (std::size_t node = 0; node < view.nodeCount; ++node)
         if (!isDone[node]) normals[node] = others.NormalAt(node < mesh.p2e.size() ? mesh.p2e[node] : 0);
 }
 

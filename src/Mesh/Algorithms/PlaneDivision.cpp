@@ -12,6 +12,7 @@
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/FanWalk.h"
 #include "Mesh/Core/PreviousEdges.h"
+#include "MeshView.h"
 
 namespace KM {
 namespace {
@@ -21,8 +22,8 @@ namespace {
 constexpr double TouchLimit = 1e-7;
 constexpr double OnPlaneLimit = 1e-5;
 
-// What is known of a node, in one byte: all questions about an edge are asked of a table that stays in the cache. Neither
-// side is on the plane; so is a node whose distance is no number.
+// What is known of a node, in one byte: all questions about an edge are asked of a table that stays in the cache. A node on
+// neither side is on the plane, and so is one whose distance is no number.
 using Flags = unsigned char;
 constexpr Flags IsBelow = 1;
 constexpr Flags IsAbove = 2;
@@ -46,6 +47,20 @@ constexpr Place Nowhere = UINT32_MAX;
 
 int NumberIn(std::uint32_t part, Place place) {
     return (place & 1u) == part && place != Nowhere ? static_cast<int>(place >> 1) : -1;
+}
+
+/// What is known of the first three corners on the loop of an alive edge, together; -1 if one of the links or nodes does not
+/// exist.
+int FlagsOfCorners(const MeshView& mesh, const Flags* flags, int edge) {
+    const int next = mesh.edges[edge].NE;
+    if (!mesh.IsEdge(next)) return -1;
+    const int third = mesh.edges[next].NE;
+    if (!mesh.IsEdge(third)) return -1;
+    const int a = mesh.edges[edge].P0;
+    const int b = mesh.edges[next].P0;
+    const int c = mesh.edges[third].P0;
+    if (!mesh.IsNode(a) || !mesh.IsNode(b) || !mesh.IsNode(c)) return -1;
+    return flags[a] | flags[b] | flags[c];
 }
 
 class Division {
@@ -102,39 +117,26 @@ void Division::ClassifyNodes() {
 
 bool Division::Examine() {
     ClassifyNodes();
-    // Held here, for the loop would read them, and work out the sizes, for each edge anew.
-    const Edge* edges = mesh_.edges.data();
-    const std::size_t edgeCount = mesh_.edges.size();
-    const std::size_t nodeCount = mesh_.points.size();
+    const MeshView mesh(mesh_);
     const Flags* flags = flags_.data();
-    places_ = std::make_unique_for_overwrite<Place[]>(edgeCount);
-    Place* places = places_.get();
+    const auto flagsOf = [&](int node) -> int { return mesh.IsNode(node) ? flags[node] : 0; };
     PreviousEdges<PIN> previous(mesh_);
-    const auto isEdge = [&](int e) { return static_cast<std::size_t>(e) < edgeCount; };
-    const auto isNode = [&](int node) { return static_cast<std::size_t>(node) < nodeCount; };
-    const auto flagsOf = [&](int node) -> int { return isNode(node) ? flags[node] : 0; };
+    places_ = std::make_unique_for_overwrite<Place[]>(mesh.edgeCount);
+    Place* places = places_.get();
     int met = 0;
-    for (std::size_t e = 0; e < edgeCount; ++e) {
+    for (int e = 0; mesh.IsEdge(e); ++e) {
         places[e] = Nowhere;
-        if (IsDead(edges[e])) continue;
-        const int next = edges[e].NE;
-        if (!isEdge(next)) return false;
-        const int third = edges[next].NE;
-        if (!isEdge(third)) return false;
-        const int a = edges[e].P0;
-        const int b = edges[next].P0;
-        const int c = edges[third].P0;
-        if (!isNode(a) || !isNode(b) || !isNode(c)) return false;
-
-        met |= flags[a];
-        const int corners = flags[a] | flags[b] | flags[c];
+        if (IsDead(mesh.edges[e])) continue;
+        const int corners = FlagsOfCorners(mesh, flags, e);
+        if (corners == -1) return false;
+        met |= corners;
+        const int third = mesh.edges[mesh.edges[e].NE].NE;
         const bool isCut = (corners & (IsNegative | IsPositive)) == (IsNegative | IsPositive);
-        if (isCut && !ExamineCut(static_cast<int>(e), third)) return false;
-        // A triangle that is not split has no corners on both sides, so one corner speaks for its three edges.
-        if (edges[third].NE == static_cast<int>(e)) places[e] = PartAt(corners);
-        else places[e] = PartOf(mesh_, static_cast<int>(e), previous, flagsOf);
+        if (isCut && !ExamineCut(e, third)) return false;
+        // A triangle that is not split has no corners on both sides, so any of them speaks for its three edges.
+        if (mesh.edges[third].NE == e) places[e] = PartAt(corners);
+        else places[e] = PartOf(mesh_, e, previous, flagsOf);
     }
-    // Where no edge crosses, each is asked for a touch; and each end of an edge is the start of another one.
     return cut_.SplitCount() != 0 || (met & IsTouching) != 0;
 }
 

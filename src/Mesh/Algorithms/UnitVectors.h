@@ -8,8 +8,8 @@ namespace KM {
 
 /// Vectors by coordinate. Roots and divisions are what a normal costs, and so the machine takes several in one instruction.
 struct VectorBlock {
-    /// Small enough for the cache. Just no power of two: the coordinates of one vector would compete for the same lines.
-    static constexpr std::size_t Size = 504;
+    /// So few that the machine still divides those of one block while it follows the links for the next one.
+    static constexpr std::size_t Size = 56;
 
     double X[Size];
     double Y[Size];

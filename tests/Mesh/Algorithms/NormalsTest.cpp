@@ -166,7 +166,7 @@ TEST(Normals, AreThePlainRuleToTheBit) {
 }
 
 TEST(Normals, AreThePlainRuleOnLongFans) {
-    for (const int count : {3, 62, 63, 64, 65, 66, 900, 1500})
+    for (const int count : {3, 22, 23, 24, 25, 26, 55, 56, 57, 900})
         for (const bool isClosed : {false, true}) ExpectSameNormals(Fan(count, isClosed));
 }
 

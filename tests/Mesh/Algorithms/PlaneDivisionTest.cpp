@@ -365,8 +365,8 @@ TEST(PlnDivMesh, IsThePlainRuleWhereAllTrianglesAreSplit) {
 
 /// Heights around both limits, some hostile; where products of distances vanish, and where distances are no numbers.
 double HostileHeight(Numbers& next) {
-    static constexpr double heights[] = {0.0,  1e-7,  -1e-7, 9e-8,  -9e-8, 1e-5,   -1e-5,   9e-6,   -9e-6,  2e-5,
-                                         -2e-5, 1.0,  -1.0,  3.0,   -7.0,  1e-200, -1e-200, 1e12,   -1e12,  -0.0};
+    static constexpr double heights[] = {0.0,   1e-7, -1e-7, 9e-8, -9e-8, 1e-5,   -1e-5,   9e-6, -9e-6, 2e-5,
+                                         -2e-5, 1.0,  -1.0,  3.0,  -7.0,  1e-200, -1e-200, 1e12, -1e12, -0.0};
     const int kind = next.Below(24);
     return kind < 20 ? heights[kind] : next.Hostile();
 }
