@@ -72,6 +72,16 @@ private:
     std::size_t stepsLeft_;
 };
 
+/// What `RebuildNodeEdges` would make of `p2e`, with dead records left out.
+std::vector<int> EdgesOfNodes(const PIN& mesh) {
+    std::vector<int> named = mesh.p2e;
+    named.resize(mesh.points.size());
+    const MeshView view(mesh);
+    for (std::size_t e = 0; e < view.edgeCount; ++e)
+        if (view.IsNode(view.edges[e].P0) && !IsDead(view.edges[e])) named[view.edges[e].P0] = static_cast<int>(e);
+    return named;
+}
+
 }  // namespace
 
 const TPoint<double> NodeNormal(const PIN& mesh, int edge, bool weighted) {
@@ -88,20 +98,17 @@ const TPoint<double> NodeNormal(const PIN& mesh, int edge, bool weighted) {
 
 void Normals(const PIN& mesh, std::vector<TPoint<double>>& normals, bool weighted) {
     normals.assign(mesh.points.size(), TPoint<double>());
+    const std::vector<int> named = EdgesOfNodes(mesh);
     ClosedFans closed(mesh, weighted, normals);
     AnyFans others(mesh, weighted);
-    const MeshView view(mesh);
-    std::vector<char> isDone(view.nodeCount, 0);
-    // The highest-numbered edge at a node leads to its fan: met first from the end, it needs no table of edges by node.
-    for (int e = static_cast<int>(view.edgeCount) - 1; e >= 0; --e) {
-        const int node = view.edges[e].P0;
-        if (!view.IsNode(node) || isDone[node] || IsDead(view.edges[e])) continue;
-        isDone[node] = 1;
-        if (!closed.Take(e)) normals[node] = others.NormalAt(e);
+    // By node, though by edge would need no table: neighbours tend to have near numbers, in the order of triangles and in
+    // none.
+    for (std::size_t node = 0; node < named.size(); ++node) {
+        const int edge = named[node];
+        const bool isOwn = IsAliveEdge(mesh, edge) && mesh.edges[edge].P0 == static_cast<int>(node);
+        if (!isOwn || !closed.Take(edge)) normals[node] = others.NormalAt(edge);
     }
     closed.Finish();
-    for (std::size_t node = 0; node < view.nodeCount; ++node)
-        if (!isDone[node]) normals[node] = others.NormalAt(node < mesh.p2e.size() ? mesh.p2e[node] : 0);
 }
 
 }  // namespace KM
