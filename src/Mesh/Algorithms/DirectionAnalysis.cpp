@@ -1,0 +1,29 @@
+#include "Mesh/Algorithms/DirectionAnalysis.h"
+
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+
+#include "Geometry/ClampedAngle.h"
+#include "Mesh/Algorithms/Normals.h"
+
+namespace KM {
+
+void DirToAnalysis(const std::vector<TPoint<double>>& normals, std::vector<double>& values, const TPoint<double>& dir) {
+    const TPoint<double> unit = SafeUnit(dir);
+    values.resize(normals.size());
+    for (std::size_t i = 0; i < normals.size(); ++i) values[i] = Dot(normals[i], unit);
+}
+
+void CriticalAreas(const PIN& mesh, std::vector<double>& angles, const TPoint<double>& dir) {
+    const TPoint<double> unit = SafeUnit(dir);
+    std::vector<TPoint<double>> normals;
+    Normals(mesh, normals, true);
+    angles.resize(normals.size());
+    for (std::size_t node = 0; node < normals.size(); ++node) {
+        const double degrees = std::fabs(ClampedAngle(unit, normals[node]) / std::numbers::pi * 180.0);
+        angles[node] = degrees > 90.0 ? 180.0 - degrees : degrees;
+    }
+}
+
+}  // namespace KM
