@@ -15,7 +15,7 @@ const std::vector<std::vector<std::string>> Floors = {
     {"Platform/", "Host/", "KmTools.h", "KmHost.h", "KmApi.h", "KmVersion.h"},
     {"Utils/"},
     {"Geometry/", "Facet/Stl"},  // STL files know points only: mesh algorithms stream through them
-    {"Mesh/Core/", "Tools/"},    // tools: debug drawing of a mesh
+    {"Mesh/Core/", "Tools/"},    // tools: drawing and checks of a mesh
     {"Mesh/Editing/"},
     {"Mesh/Algorithms/"},
     {"Facet/"},
