@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <string_view>
 
 namespace KM::Test {
@@ -33,6 +32,30 @@ constexpr const char* HiddenFromMeshes[] = {"Utils/U_Caching/", "Utils/U_Parser/
 constexpr const char* HeadersOfC[] = {"assert.h", "ctype.h",  "errno.h", "fenv.h",   "float.h",  "inttypes.h",
                                       "limits.h", "locale.h", "math.h",  "setjmp.h", "signal.h", "stdarg.h",
                                       "stddef.h", "stdint.h", "stdio.h", "stdlib.h", "string.h", "time.h"};
+
+struct Include {
+    std::string header;  // empty: the line includes nothing
+    bool isOwn = false;  // in quotes
+};
+
+std::string_view WithoutBlanks(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of(" \t"), text.size()));
+}
+
+bool Takes(std::string_view& text, std::string_view beginning) {
+    text = WithoutBlanks(text);
+    if (!text.starts_with(beginning)) return false;
+    text = WithoutBlanks(text.substr(beginning.size()));
+    return true;
+}
+
+Include IncludeOf(std::string_view line) {
+    if (!Takes(line, "#") || !Takes(line, "include")) return {};
+    if (!line.starts_with('"') && !line.starts_with('<')) return {};
+    const std::size_t end = line.find_first_of("\">", 1);
+    if (end == std::string_view::npos) return {};
+    return {std::string(line.substr(1, end - 1)), line.front() == '"'};
+}
 
 /// The path as an include would name it.
 std::string WithoutRoot(const std::string& path) {
@@ -95,12 +118,10 @@ int FloorOf(const std::string& path) {
 }
 
 std::string IncludeFault(const std::string& path, const std::string& line) {
-    static const std::regex directive(R"rx(^\s*#\s*include\s*(["<])([^">]+)[">].*)rx");
-    std::smatch match;
-    if (!std::regex_match(line, match, directive)) return "";
-    const std::string header = match[2];
-    if (match[1] == "\"") return FaultOfOwnInclude(path, header);
-    if (MustBePortable(path) && !IsOfTheLanguage(header)) return "is no header of the language";
+    const Include include = IncludeOf(line);
+    if (include.header.empty()) return "";
+    if (include.isOwn) return FaultOfOwnInclude(path, include.header);
+    if (MustBePortable(path) && !IsOfTheLanguage(include.header)) return "is no header of the language";
     return "";
 }
 
