@@ -27,6 +27,7 @@
 #include "KmApi.h"
 #include "KmHost.h"
 #include "KmTools.h"
+#include "Mesh/Algorithms/Geodesics.h"
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/Dumps.h"
