@@ -15,9 +15,9 @@ namespace KM {
 
 /// An interval of an edge that is lit by one bundle of straight rays.
 struct GeodesicWindow {
-    double b0 = 0.0;        ///< where the interval begins and ends, as distances from the start of the edge
+    double b0 = 0.0;  ///< where the interval begins and ends, as distances from the start of the edge
     double b1 = 0.0;
-    double d0 = 0.0;        ///< from the pseudo-source to these two points
+    double d0 = 0.0;  ///< from the pseudo-source to these two points
     double d1 = 0.0;
     double sigma = 0.0;     ///< from the source to the pseudo-source
     std::int8_t tau = 1;    ///< the side of the pseudo-source: +1 left, where the own face of the edge lies, or -1

@@ -31,10 +31,8 @@ SurfaceEdges::SurfaceEdges(const PIN& mesh)
     for (std::int32_t e = 0; e < count; ++e) {
         if (canonical_[e] == -1) continue;
         const std::int32_t twin = mesh.edges[e].TE;
-        if (Canonical(twin) != -1 && twin < e && IsPair(mesh, e, twin))
-            canonical_[e] = twin;
-        else
-            length_[e] = KM::Length(End(e) - Start(e));
+        if (Canonical(twin) != -1 && twin < e && IsPair(mesh, e, twin)) canonical_[e] = twin;
+        else length_[e] = KM::Length(End(e) - Start(e));
     }
 }
 

@@ -49,10 +49,8 @@ std::optional<Crossing> WindowCrossing(Beam& oldOne, Beam& newOne, double lo, do
     std::optional<Crossing> crossing;
     for (int i = 0; i < count; ++i) {
         double p = roots[i];
-        if (p < lo + Eps)
-            p = lo;
-        else if (p > hi - Eps)
-            p = hi;
+        if (p < lo + Eps) p = lo;
+        else if (p > hi - Eps) p = hi;
         const double f1 = oldOne.At(p);
         const double f2 = newOne.At(p);
         // Squaring brings in roots of the equation with -s; of two true ones the later counts.

@@ -30,11 +30,14 @@ public:
     void Place(const Overlap& overlap) {
         const bool isOldQueued = isQueued_ || overlap.wasQueued;
         switch (overlap.result.outcome) {
-            case Outcome::OldStays: return Pass(overlap.slot);
+            case Outcome::OldStays:
+                return Pass(overlap.slot);
             case Outcome::NewTakes:
                 return open_ == -1 ? TakeOver(overlap.slot, isOldQueued) : GrowOver(overlap.slot, isOldQueued);
-            case Outcome::OldLeft: return BeginInside(overlap, isOldQueued);
-            case Outcome::OldRight: return open_ == -1 ? EndInside(overlap, isOldQueued) : EndPiece(overlap);
+            case Outcome::OldLeft:
+                return BeginInside(overlap, isOldQueued);
+            case Outcome::OldRight:
+                return open_ == -1 ? EndInside(overlap, isOldQueued) : EndPiece(overlap);
         }
     }
 

@@ -12,17 +12,17 @@ bool IsInRange(double parameter) { return parameter >= -1e-12 && parameter <= 1.
 /// One of the two edges by which light leaves the face. Parameters run from the start of the canonical edge, 0, to its
 /// end, 1.
 struct Exit {
-    std::int32_t edge = -1;   ///< canonical
-    int sign = 1;             ///< +1 if the canonical edge belongs to the face, -1 if its twin does
-    double length = 0.0;      ///< in space
-    bool hangsAtB0 = true;    ///< the end of the window's edge at which it hangs: that of B0, or that of B1
-    double apexAt = 0.0;      ///< the parameter of the apex, 0 or 1
-    FlatPoint start, end;     ///< in the plane of the window's edge
-    double u[2] = {0, 0};     ///< where the two rays hit its line
-    bool found[2] = {0, 0};   ///< a ray that is parallel to it hits nothing
-    bool isUnseen = false;    ///< the pseudo-source lies on its line
-    bool isReached = false;   ///< one of the rays hits the edge itself
-    int side = -1;            ///< the side of the edge on which the pseudo-source lies: +1 left
+    std::int32_t edge = -1;  ///< canonical
+    int sign = 1;            ///< +1 if the canonical edge belongs to the face, -1 if its twin does
+    double length = 0.0;     ///< in space
+    bool hangsAtB0 = true;   ///< the end of the window's edge at which it hangs: that of B0, or that of B1
+    double apexAt = 0.0;     ///< the parameter of the apex, 0 or 1
+    FlatPoint start, end;    ///< in the plane of the window's edge
+    double u[2] = {0, 0};    ///< where the two rays hit its line
+    bool found[2] = {0, 0};  ///< a ray that is parallel to it hits nothing
+    bool isUnseen = false;   ///< the pseudo-source lies on its line
+    bool isReached = false;  ///< one of the rays hits the edge itself
+    int side = -1;           ///< the side of the edge on which the pseudo-source lies: +1 left
 
     bool IsFound() const { return found[0] && found[1]; }
     double Least() const { return std::min(u[0], u[1]); }

@@ -2,10 +2,10 @@
 
 #include <cmath>
 #include <cstddef>
-#include <memory_resource>
 #include <set>
 
 #include "GeodesicWindow.h"
+#include "NodePool.h"
 
 namespace KM {
 
@@ -67,8 +67,8 @@ public:
     }
 
 private:
-    std::pmr::unsynchronized_pool_resource memory_;
-    std::pmr::set<QueuedWindow, WindowLess> queue_{&memory_};
+    NodePool memory_;
+    std::set<QueuedWindow, WindowLess, PoolAllocator<QueuedWindow>> queue_{PoolAllocator<QueuedWindow>(memory_)};
 };
 
 }  // namespace KM

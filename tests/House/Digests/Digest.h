@@ -43,6 +43,7 @@ void Print(const std::string& what, const Digest& digest);
 
 // One function a subsystem. Each prints a line for each of its results on each of its inputs.
 
+void PrintGeodesicDigests();
 void PrintHostRoadDigests(const std::string& samples);
 void PrintLineDigests();
 void PrintPlaneAndSolverDigests();

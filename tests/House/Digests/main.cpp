@@ -15,6 +15,7 @@ void Print(const std::string& what, const Digest& digest) {
 
 int main(int argc, char** argv) {
     if (argc != 2) return 2;
+    KM::Test::PrintGeodesicDigests();
     KM::Test::PrintHostRoadDigests(argv[1]);
     KM::Test::PrintLineDigests();
     KM::Test::PrintPlaneAndSolverDigests();
