@@ -24,12 +24,23 @@ struct IsFarther {
 /// node along the border included.
 template <class Visit>
 void VisitNeighbors(const PIN& mesh, int node, Visit visit) {
-    const FanWalk fan(mesh, node);
-    if (fan.First() == -1) return;
-    for (const int e : fan) visit(EndNode(mesh, e));
-    if (PreviousInFan(mesh, fan.First()) != -1) return;
-    const int incoming = PrevEdge(mesh, fan.First());
-    if (incoming != -1) visit(mesh.edges[incoming].P0);
+    const int first = static_cast<std::size_t>(node) < mesh.p2e.size() ? mesh.p2e[node] : -1;
+    if (!IsAliveEdge(mesh, first)) return;
+    // Most fans are closed, and then one turn is enough: where it begins does not matter here. On broken links a turn need
+    // not come round; no fan is longer than `edges`.
+    std::size_t left = mesh.edges.size();
+    int e = first;
+    do {
+        visit(EndNode(mesh, e));
+        e = NextInFan(mesh, e);
+    } while (e != first && e != -1 && --left != 0);
+    if (e != -1) return;
+
+    // Backward, over the edges that come in, so that the one along the border is met as well.
+    for (e = first; e != -1 && left-- != 0; e = PreviousInFan(mesh, e)) {
+        const int incoming = PrevEdge(mesh, e);
+        if (incoming != -1) visit(mesh.edges[incoming].P0);
+    }
 }
 
 }  // namespace

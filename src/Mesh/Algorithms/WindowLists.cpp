@@ -132,11 +132,19 @@ private:
     std::int32_t open_ = -1;  // the open piece
 };
 
+// A sound mesh needs some windows an edge, about a tenth of the root of the number of edges.
+WindowLists::WindowLists(const SurfaceEdges& surface)
+    : surface_(surface),
+      first_(surface.Count(), -1),
+      changeCount_(surface.Count(), 0),
+      mostChanges_(256 + 16 * static_cast<std::int32_t>(std::sqrt(static_cast<double>(surface.Count())))) {}
+
 void WindowLists::InsertWindow(GeodesicWindow window, bool isQueued) {
     if (IsSettled(window.edge) || !IsFinite(window) || !(window.b0 <= window.b1)) return;
     if (first_[window.edge] == -1) return InsertFirstWindow(window, isQueued);
     if (window.b0 == window.b1) return;
     const std::int32_t before = CompareAll(window);
+    if (!MayChange(window.edge)) return;
     TrimOld(isQueued);
     Placement placement(*this, window, isQueued, before);
     for (const Overlap& overlap : overlaps_) placement.Place(overlap);
@@ -176,6 +184,13 @@ std::int32_t WindowLists::CompareAll(const GeodesicWindow& window) {
     for (; slot != -1 && store_[slot].b0 < window.b1; slot = next_[slot])
         overlaps_.push_back({slot, CompareWindows(store_[slot], window), false});
     return before;
+}
+
+/// False if the new window takes nothing; and where lengths are so large that their rounding exceeds the tolerance, so that
+/// windows gain on each other without end.
+bool WindowLists::MayChange(std::int32_t edge) {
+    const auto changes = [](const Overlap& overlap) { return overlap.result.outcome != Outcome::OldStays; };
+    return std::any_of(overlaps_.begin(), overlaps_.end(), changes) && ++changeCount_[edge] <= mostChanges_;
 }
 
 /// Takes all that change out of the queue, as their place in it depends on what changes, and cuts off what they lose.

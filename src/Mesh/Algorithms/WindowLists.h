@@ -24,10 +24,11 @@ public:
         double atEnd;
     };
 
-    explicit WindowLists(const SurfaceEdges& surface) : surface_(surface), first_(surface.Count(), -1) {}
+    explicit WindowLists(const SurfaceEdges& surface);
 
     /// Brings a window into the list of its edge, where it takes the part on which it is nearer than those before. A window
     /// that is not finite, or has no extent, changes nothing. The others are trimmed or split, and are then queued again.
+    /// A list changes `MostChanges()` times at most, far more often than a shortest way needs.
     ///
     /// @param isQueued  whether what the window takes is to be propagated
     void InsertWindow(GeodesicWindow window, bool isQueued);
@@ -48,6 +49,7 @@ public:
     /// Settles all edges that can be.
     void Settle();
     std::size_t SlotCount() const { return store_.size(); }
+    std::int32_t MostChanges() const { return mostChanges_; }
 
 private:
     class Placement;
@@ -68,6 +70,7 @@ private:
     double FarthestOn(std::int32_t edge) const;
     void InsertFirstWindow(GeodesicWindow window, bool isQueued);
     std::int32_t CompareAll(const GeodesicWindow& window);
+    bool MayChange(std::int32_t edge);
     void TrimOld(bool isQueued);
 
     std::int32_t Store(const GeodesicWindow& window);
@@ -80,6 +83,8 @@ private:
     std::vector<GeodesicWindow> store_;
     std::vector<std::int32_t> next_;   // of each slot; of a free one the next free one
     std::vector<std::int32_t> first_;  // of each canonical edge
+    std::vector<std::int32_t> changeCount_;
+    std::int32_t mostChanges_;
     std::int32_t free_ = -1;
     std::size_t windowCount_ = 0;
     std::size_t settleAt_ = FewWindows;  // the count of windows at which the next search for edges to settle is due

@@ -234,6 +234,18 @@ TEST(Geodesics, EndOnHostileNumbers) {
     }
 }
 
+// Next to lengths of 1e7 and more the tolerance is nothing: windows that rounding alone tells apart would come for ever.
+TEST(Geodesics, EndWhereRoundingExceedsTheTolerance) {
+    for (unsigned seed = 0; seed < 200; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        PIN mesh = seed % 2 == 0 ? Grid(4) : Cube();
+        Numbers numbers(seed);
+        for (auto& p : mesh.points)
+            if (numbers.Below(5) == 0) p = p + numbers.Direction() * std::pow(10.0, numbers.Between(5.0, 30.0));
+        ExpectEnd(mesh);
+    }
+}
+
 TEST(Geodesics, EndOnAllSizes) {
     for (const double size : {1e-300, 1e-12, 1e-9, 1e-7, 1e-6, 1e-3, 1e3, 1e6, 1e9, 1e12, 1e100, 1e160}) {
         for (unsigned seed = 0; seed < 4; ++seed) {

@@ -137,6 +137,18 @@ TEST_F(WindowListsOfOneEdge, SettledEdgeKeepsTheDistancesAtItsEnds) {
     EXPECT_EQ(lists->DistancesAt(0)->atStart, 7.0);
 }
 
+TEST_F(WindowListsOfOneEdge, ChangesHaveAnEnd) {
+    lists->InsertWindow(From(5.0, 1.0, 0.0, 10.0, 1e6), true);
+    int count = 0;
+    for (double sigma = 1e6; count < 1000000; ++count) {
+        sigma -= 1e-3;
+        lists->InsertWindow(From(5.0, 1.0, 0.0, 10.0, sigma), true);
+        if (Windows()[0].sigma != sigma) break;
+    }
+    EXPECT_EQ(count, lists->MostChanges());
+    EXPECT_EQ(FaultOfList(*lists, 0, 10.0), "");
+}
+
 TEST_F(WindowListsOfOneEdge, ListIsTheLowerEnvelopeOfAllThatCame) {
     for (unsigned seed = 0; seed < 400; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
