@@ -20,11 +20,12 @@ namespace KM {
 /// The exact method for polyhedra of J. Mitchell, D. Mount and C. Papadimitriou ("The Discrete Geodesic Problem") in the
 /// window form of V. Surazhsky and others ("Fast Exact and Approximate Geodesics on Meshes"), with a simplified rule for
 /// ways that bend at a node. The tolerance is 1e-8 in the unit of the points, so sizes should be between 1e-3 and 1e6.
-/// Some microseconds a node and some hundred bytes a triangle; both grow slowly with the mesh.
+/// The time a node grows with the root of the number of triangles: some tens of microseconds at ten thousand. Memory holds
+/// the front of the wave, some hundred bytes a triangle.
 KM_API void GeodesicDist(PIN& mesh, const std::vector<int>& sources, std::vector<double>& distances);
 
 /// For each node the length of the shortest way along edges from `source`: never below what `GeodesicDist` gives, on fine
-/// meshes some percent above it, and ten times faster.
+/// meshes up to some tens of percent above it, and hundreds of times faster.
 ///
 /// @param distances  receives one value a node; 1e20 for a node that no way reaches, and for all if there is no such
 ///                   source
