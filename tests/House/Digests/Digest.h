@@ -46,6 +46,7 @@ void Print(const std::string& what, const Digest& digest);
 void PrintAnalysisDigests();
 void PrintEditingDigests();
 void PrintFaceDigests();
+void PrintGeodesicDigests();
 void PrintHoleDigests();
 void PrintHostRoadDigests(const std::string& samples);
 void PrintLineDigests();

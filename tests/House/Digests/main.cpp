@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     KM::Test::PrintAnalysisDigests();
     KM::Test::PrintEditingDigests();
     KM::Test::PrintFaceDigests();
+    KM::Test::PrintGeodesicDigests();
     KM::Test::PrintHoleDigests();
     KM::Test::PrintHostRoadDigests(argv[1]);
     KM::Test::PrintLineDigests();
