@@ -51,7 +51,7 @@ public:
 
     void Check(bool isThorough) const {
         ASSERT_TRUE(SameRecords(mesh_, plain_));
-        ASSERT_EQ(FirstUnsoundness(mesh_), "");
+        ASSERT_EQ(IntegrityFaults(mesh_), "");
         if (!isThorough) return;
         ASSERT_EQ(EulerCharacteristic(mesh_), euler_);
     }
