@@ -1,8 +1,8 @@
 #include "Utils/U_App/MemoryLoad.h"
 
 #include "Utils/U_App/CheckAbort.h"
-#include "Utils/U_App/NumberText.h"
 #include "Utils/U_Debug/Exceptions.h"
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Debug/Verbose.h"
 #include "Utils/U_IO/Processes.h"
 #include "Utils/U_Settings/Settings.h"

@@ -2,10 +2,10 @@
 
 #include "Utils/U_App/CheckAbort.h"
 #include "Utils/U_App/HostMessages.h"
-#include "Utils/U_App/NumberText.h"
 #include "Utils/U_App/Services.h"
 #include "Utils/U_App/StatusFiles.h"
 #include "Utils/U_Console/LogServices.h"
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Debug/Verbose.h"
 #include "Utils/U_IO/ToFile.h"
 

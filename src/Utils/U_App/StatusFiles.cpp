@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "Utils/U_App/CheckAbort.h"
-#include "Utils/U_App/NumberText.h"
 #include "Utils/U_Caching/Caching.h"
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_IO/Files.h"
 
 namespace KM {

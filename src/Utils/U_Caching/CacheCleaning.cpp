@@ -1,7 +1,6 @@
 #include "Utils/U_Caching/CacheCleaning.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -9,6 +8,7 @@
 #include "Platform/OpenFolder.h"
 #include "Utils/U_Caching/CacheInfo.h"
 #include "Utils/U_Caching/Caching.h"
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Debug/Time.h"
 #include "Utils/U_Debug/Verbose.h"
 
@@ -23,13 +23,7 @@ constexpr std::int64_t UnknownTime = -1;
 
 void Tell(const std::string& text) { Verbose::WriteMessage_1(EMessageType::Info, text); }
 
-/// Bytes in Mb, with six digits, and the point "." in every locale.
-std::string Megabytes(double bytes) {
-    char text[32];
-    const auto [end, failure] =
-        std::to_chars(text, text + sizeof text, bytes / BytesPerMegabyte, std::chars_format::general, 6);
-    return std::string(text, end) + "[Mb]";
-}
+std::string Megabytes(double bytes) { return NumberText(bytes / BytesPerMegabyte) + "[Mb]"; }
 
 bool IsRefused(const Platform::OpenFolder& folder) {
     // Files of the user and of the system lie there, whoever configured it so.

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <string>
 
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Debug/Verbose.h"
 #include "Utils/U_Parser/Catalogue.h"
 #include "Utils/U_Parser/CatalogueEntry.h"
@@ -124,7 +125,7 @@ class Dump final : public Cloned<Dump, 1> {
 public:
     using Cloned::Cloned;
     double ToDouble() const override {
-        const std::string text = IsText(0) ? Text(0) : DefaultText(Number(0));
+        const std::string text = IsText(0) ? Text(0) : NumberText(Number(0));
         Verbose::WriteMessage_1(Verbose::EMessageType::System, "DumpFunc: " + text);
         return 0.0;
     }

@@ -1,6 +1,7 @@
 #include <functional>
 #include <string>
 
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Parser/Catalogue.h"
 #include "Utils/U_Parser/CatalogueEntry.h"
 #include "Utils/U_Parser/NumberText.h"
@@ -62,7 +63,7 @@ public:
         const double first = this->Number(0);
         const double value = Rule(first, this->Number(1));
         if (HolderOf(this->subExpressions) == Holder::Text) {
-            this->subExpressions[0]->Set(DefaultText(value));
+            this->subExpressions[0]->Set(NumberText(value));
             return 0.0;
         }
         this->subExpressions[0]->Set(value);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Parser/NodePool.h"
 #include "Utils/U_Parser/NumberText.h"
 
@@ -19,7 +20,7 @@ int Expression::ToInt() const { return TruncateToInt(std::floor(ToDouble() + 0.5
 
 double Expression::ToDouble() const { return 0.0; }
 
-std::string Expression::ToString() const { return DefaultText(ToDouble()); }
+std::string Expression::ToString() const { return NumberText(ToDouble()); }
 
 bool Expression::IsDoubleHolder() { return false; }
 
@@ -46,7 +47,7 @@ int Expression::Int(std::size_t operand) const {
 }
 
 std::string Expression::Text(std::size_t operand) const {
-    return operand < subExpressions.size() ? subExpressions[operand]->ToString() : DefaultText(Invalid);
+    return operand < subExpressions.size() ? subExpressions[operand]->ToString() : NumberText(Invalid);
 }
 
 }  // namespace KM::Parsing

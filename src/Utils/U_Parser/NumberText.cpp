@@ -41,12 +41,6 @@ double NumberOf(const std::string& text) {
     return isNegative ? -value : value;
 }
 
-std::string DefaultText(double value) {
-    char digits[32];
-    const auto [end, error] = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 6);
-    return {digits, end};
-}
-
 std::string FixedText(int width, int precision, double value) {
     constexpr int longestInteger = std::numeric_limits<double>::max_exponent10 + 3;
     char digits[longestInteger + MaxDigits];

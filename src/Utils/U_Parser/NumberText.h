@@ -7,9 +7,6 @@ namespace KM::Parsing {
 /// The number at the start of a text: as decimal, in base 16 behind "0x", "inf" or "nan"; 0.0 if there is none.
 double NumberOf(const std::string& text);
 
-/// Six significant digits, as a stream writes by default.
-std::string DefaultText(double value);
-
 /// As "%*.*f" writes it, with both counts bounded by 4096.
 std::string FixedText(int width, int precision, double value);
 

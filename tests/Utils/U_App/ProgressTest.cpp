@@ -14,12 +14,12 @@
 #include "Support/TempFolder.h"
 #include "Support/WindowInbox.h"
 #include "Utils/U_App/CheckAbort.h"
-#include "Utils/U_App/NumberText.h"
 #include "Utils/U_App/ProgressClock.h"
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Caching/Caching.h"
 #include "Utils/U_Debug/Exceptions.h"
 #include "Utils/U_Debug/LogState.h"
+#include "Utils/U_Debug/NumberText.h"
 
 namespace KM::Progress {
 namespace {

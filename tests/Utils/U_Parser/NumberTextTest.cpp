@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
-#include <sstream>
 
 #include "Support/CommaLocale.h"
 
@@ -26,22 +25,6 @@ double RandomDouble(std::mt19937_64& random) {
             return static_cast<double>(static_cast<std::int64_t>(random() % 2000001) - 1000000) / 1000.0;
         default:
             return static_cast<double>(static_cast<std::int64_t>(random()));
-    }
-}
-
-std::string ByStream(double value) {
-    std::ostringstream out;
-    out << value;
-    return out.str();
-}
-
-TEST(NumberText, WritesAsAStreamDoes) {
-    for (const double value : {0.0, -0.0, 1.0, 0.1, 1e20, -1e20, 123456.0, 1234567.0, 1e-5, HUGE_VAL, -HUGE_VAL})
-        EXPECT_EQ(DefaultText(value), ByStream(value));
-    std::mt19937_64 random(1);
-    for (int i = 0; i < 20000; ++i) {
-        const double value = RandomDouble(random);
-        EXPECT_EQ(DefaultText(value), ByStream(value));
     }
 }
 
@@ -115,7 +98,6 @@ TEST(NumberText, ReadsAsAtofDoes) {
 TEST(NumberText, HasAPointInEveryLocale) {
     const CommaLocale comma;
     EXPECT_EQ(NumberOf("1.5"), 1.5);
-    EXPECT_EQ(DefaultText(1.5), "1.5");
     EXPECT_EQ(FixedText(0, 2, 1.5), "1.50");
 }
 
