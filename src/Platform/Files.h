@@ -47,6 +47,9 @@ std::string OwnNameBeside(const std::string& name);
 /// left out: as texts they would name something else.
 std::vector<std::string> Matches(const std::string& pattern);
 
+/// True if a folder is `other`, or lies below it, wherever the links in both names lead. False for one that is not there.
+bool LiesWithin(const std::string& folder, const std::string& other);
+
 /// Without a slash at the end; empty when it cannot be told.
 std::string CurrentFolder();
 

@@ -217,6 +217,15 @@ std::vector<std::string> Matches(const std::string& pattern) {
     return names;
 }
 
+bool LiesWithin(const std::string& folder, const std::string& other) {
+    namespace fs = std::filesystem;
+    std::error_code failure;
+    const fs::path inner = fs::canonical(RealPath(folder), failure);
+    if (failure) return false;
+    const fs::path outer = fs::canonical(RealPath(other), failure);
+    return !failure && std::mismatch(outer.begin(), outer.end(), inner.begin(), inner.end()).first == outer.end();
+}
+
 std::string CurrentFolder() {
     std::error_code failure;
     return std::filesystem::current_path(failure).string();
