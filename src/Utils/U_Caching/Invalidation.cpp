@@ -44,7 +44,8 @@ private:
         std::size_t next = 0;
     };
 
-    void Enter(const Link<ACached>& link) {
+    /// By value: a release can end the object, and the link that it holds itself.
+    void Enter(Link<ACached> link) {
         if (IsGone(link) || !entered_.insert(link).second) return;
         (*link)->Destroy();
         if (!IsGone(link)) path_.push_back({link, (*link)->derived_});
@@ -52,10 +53,7 @@ private:
 
     void Step() {
         Level& level = path_.back();
-        if (level.next < level.derived.size()) {
-            const Link<ACached> link = level.derived[level.next++];
-            return Enter(link);
-        }
+        if (level.next < level.derived.size()) return Enter(level.derived[level.next++]);
         const Link<ACached> link = level.object;
         path_.pop_back();
         if (!IsGone(link)) DeleteFiles((*link)->FileName());
