@@ -33,6 +33,16 @@ public:
         return sum.Weight() != 0.0 ? sum.Average() : TPoint<double>();
     }
 
+    /// The same for a node at which no edge starts. There can be more of these than edges, and where `p2e` is too short they
+    /// all name one edge: walked for each of them, its fan would leave no steps for the other fans.
+    TPoint<double> NormalOfLonelyNode(int edge) {
+        if (edge != namedByLonely_) {
+            namedByLonely_ = edge;
+            normalOfLonely_ = NormalAt(edge);
+        }
+        return normalOfLonely_;
+    }
+
 private:
     /// Sound fans have no edge in common, and all together take two steps an edge. Broken links can make each of a million
     /// walks as long as the mesh; so may they in a small mesh alone.
@@ -70,6 +80,8 @@ private:
     bool isWeighted_;
     PreviousEdges<PIN> previous_;
     std::size_t stepsLeft_;
+    int namedByLonely_ = -1;
+    TPoint<double> normalOfLonely_;
 };
 
 /// What `RebuildNodeEdges` would make of `p2e`, with dead records left out.
@@ -106,7 +118,8 @@ void Normals(const PIN& mesh, std::vector<TPoint<double>>& normals, bool weighte
     for (std::size_t node = 0; node < named.size(); ++node) {
         const int edge = named[node];
         const bool isOwn = IsAliveEdge(mesh, edge) && mesh.edges[edge].P0 == static_cast<int>(node);
-        if (!isOwn || !closed.Take(edge)) normals[node] = others.NormalAt(edge);
+        if (!isOwn) normals[node] = others.NormalOfLonelyNode(edge);
+        else if (!closed.Take(edge)) normals[node] = others.NormalAt(edge);
     }
     closed.Finish();
 }

@@ -65,8 +65,10 @@ std::vector<int> OrphanLoop(const PIN& mesh, int edge) {
 std::vector<std::vector<int>> AllOrphanLoops(const PIN& mesh) {
     std::vector<std::vector<int>> loops;
     Flags visited(mesh.edges.size(), 0);
-    for (int e = 0; e < static_cast<int>(mesh.edges.size()); ++e) {
-        if (visited[e] || mesh.edges[e].NE == -1 || mesh.edges[e].TE != -1) continue;
+    const int count = static_cast<int>(mesh.edges.size());
+    for (int e = 0; e < count; ++e) {
+        // The twin first: nearly all edges have one, and are passed over without a look at their flags.
+        if (mesh.edges[e].TE != -1 || mesh.edges[e].NE == -1 || visited[e]) continue;
         // Two walks have no edge in common on a sound mesh, so one that meets a flag will not come round.
         std::vector<int> loop = WalkBoundary(mesh, e, [&](int met) { return !std::exchange(visited[met], 1); });
         if (!loop.empty()) loops.push_back(std::move(loop));

@@ -151,6 +151,16 @@ TEST(Normals, OfANodeWithoutEdgesAreThoseOfTheEdgeItNames) {
     }
 }
 
+// As after the filling of holes, which empties `p2e`.
+TEST(Normals, OfABorderDoNotSufferFromManyNodesWithoutEdges) {
+    PIN mesh;
+    mesh.points.resize(300'000);
+    mesh.p2e.assign(mesh.points.size(), -1);
+    Append(mesh, Fan(6, true));
+    mesh.p2e.clear();
+    ExpectSameNormals(mesh);
+}
+
 TEST(Normals, OfASphereAreItsRadii) {
     const PIN mesh = Sphere(20);
     for (const P& normal : NormalsOf(mesh, false)) EXPECT_NEAR(Length(normal), 1.0, 1e-15);
