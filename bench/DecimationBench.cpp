@@ -1,5 +1,6 @@
 // Reduction of a bumpy sphere to a tenth, clean-up behind it, swaps, and the choice of the largest solids.
-// Usage: DecimationBench [segments along an edge of the octahedron; 354 gives a million triangles]
+// Usage: DecimationBench [segments along an edge of the octahedron; 354 gives a million triangles] [tolerance]
+// A tolerance of 0.36 takes nine tenths of the triangles out, at that size.
 
 #include <algorithm>
 #include <cmath>
@@ -125,7 +126,7 @@ int main(int argc, char** argv) {
     using namespace KM;
     const int given = argc > 1 ? std::atoi(argv[1]) : 354;
     const int n = given > 0 ? given : 354;
-    const double tolerance = argc > 2 ? std::atof(argv[2]) : 0.02;
+    const double tolerance = argc > 2 ? std::atof(argv[2]) : 0.36;
     const Test::IndexedFacets ordered = Test::BumpySphereFacets(n);
     for (const bool isShuffled : {false, true}) {
         const PIN mesh = Test::FromFacets(isShuffled ? Test::Shuffled(ordered, 1) : ordered);
