@@ -195,7 +195,7 @@ private:
 
     /// A fold back makes a small angle, and a high cost.
     double CostOf(int a, int b, int c, const P& normal) const {
-        const double cost = Circumradius(a, b, c) / ClampedAngle(normal, Normal(a, b, c));
+        const double cost = Circumradius(a, b, c) / ClampedAngle(normal, Normal(a, b, c), IsZero);
         return std::isnan(cost) ? std::numeric_limits<double>::infinity() : cost;
     }
 

@@ -20,7 +20,7 @@ double AngleAt(const std::vector<P>& polygon, std::size_t i) {
     const std::size_t count = polygon.size();
     const P& next = polygon[i + 1 < count ? i + 1 : 0];
     const P& previous = polygon[i > 0 ? i - 1 : count - 1];
-    return ClampedAngle(next - polygon[i], previous - polygon[i]);
+    return ClampedAngle(next - polygon[i], previous - polygon[i], IsZero);
 }
 
 /// Point 0, whichever has the widest angle: hosts count on the order of triangles that has always come of it.

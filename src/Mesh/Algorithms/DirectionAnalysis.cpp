@@ -8,6 +8,12 @@
 #include "Mesh/Algorithms/Normals.h"
 
 namespace KM {
+namespace {
+
+/// Coarser than what counts as zero elsewhere. A length that is no number is not short.
+bool IsShort(double length) { return length <= 1e-8; }
+
+}  // namespace
 
 void DirToAnalysis(const std::vector<TPoint<double>>& normals, std::vector<double>& values, const TPoint<double>& dir) {
     const TPoint<double> unit = SafeUnit(dir);
@@ -21,7 +27,7 @@ void CriticalAreas(const PIN& mesh, std::vector<double>& angles, const TPoint<do
     Normals(mesh, normals, true);
     angles.resize(normals.size());
     for (std::size_t node = 0; node < normals.size(); ++node) {
-        const double degrees = std::fabs(ClampedAngle(unit, normals[node]) / std::numbers::pi * 180.0);
+        const double degrees = std::fabs(ClampedAngle(unit, normals[node], IsShort) / std::numbers::pi * 180.0);
         angles[node] = degrees > 90.0 ? 180.0 - degrees : degrees;
     }
 }

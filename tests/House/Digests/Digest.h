@@ -45,6 +45,7 @@ void Print(const std::string& what, const Digest& digest);
 
 void PrintAnalysisDigests();
 void PrintCachingDigests();
+void PrintDecimationDigests();
 void PrintEditingDigests();
 void PrintFaceDigests();
 void PrintGeodesicDigests();

@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     if (argc != 2) return 2;
     KM::Test::PrintAnalysisDigests();
     KM::Test::PrintCachingDigests();
+    KM::Test::PrintDecimationDigests();
     KM::Test::PrintEditingDigests();
     KM::Test::PrintFaceDigests();
     KM::Test::PrintGeodesicDigests();
