@@ -43,6 +43,7 @@
 #include "Mesh/Algorithms/Normals.h"
 #include "Mesh/Algorithms/PlanarFilling.h"
 #include "Mesh/Algorithms/PlaneDivision.h"
+#include "Mesh/Algorithms/Refinement.h"
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/Dumps.h"

@@ -161,8 +161,7 @@ bool Division::ExamineCut(int edge, int third) {
 bool Division::HasTrueTwin(int edge) const {
     const int twin = mesh_.edges[edge].TE;
     const int next = mesh_.edges[edge].NE;
-    return IsAliveEdge(mesh_, twin) && mesh_.edges[twin].TE == edge && twin != next && mesh_.edges[next].NE != twin &&
-           mesh_.edges[twin].P0 == mesh_.edges[next].P0 && EndNode(mesh_, twin) == mesh_.edges[edge].P0;
+    return AreTwins(mesh_, edge, twin) && twin != next && mesh_.edges[next].NE != twin;
 }
 
 void Division::Split() {

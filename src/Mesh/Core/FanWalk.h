@@ -18,6 +18,13 @@ inline int EndNode(const Mesh& mesh, int edge) {
     return static_cast<std::size_t>(next) < mesh.edges.size() ? mesh.edges[next].P0 : -1;
 }
 
+/// True if `twin` exists, is alive, names the alive edge `edge` in return, and runs the other way.
+template <class Mesh>
+inline bool AreTwins(const Mesh& mesh, int edge, int twin) {
+    return IsAliveEdge(mesh, twin) && mesh.edges[twin].TE == edge && mesh.edges[twin].P0 == EndNode(mesh, edge) &&
+           EndNode(mesh, twin) == mesh.edges[edge].P0;
+}
+
 // At its start node an edge e has the face of its own loop on one side and the face of its twin on the other. Forward
 // is over the twin, NE(TE(e)); backward is over the own face, TE(PrevEdge(e)). On consistent links each step undoes the
 // other.

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "Geometry/Distances.h"
+#include "LoopChord.h"
 #include "Surroundings.h"
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Debug/Verbose.h"
@@ -168,13 +169,7 @@ int SplitLoop(PIN& mesh, int e1, int e2) {
     const int p1 = PrevEdge(mesh, e1);
     const int p2 = PrevEdge(mesh, e2);
     if (e1 == e2 || p1 == -1 || p2 == -1) return -1;
-    auto& edges = mesh.edges;
-    const int f1 = EdgeCount(mesh);
-    const int f2 = f1 + 1;
-    edges.insert(edges.end(), {{e1, f2, edges[e2].P0}, {e2, f1, edges[e1].P0}});
-    edges[p2].NE = f1;
-    edges[p1].NE = f2;
-    return f2;
+    return AddChord(mesh, {e1, p1}, {e2, p2});
 }
 
 }  // namespace KM

@@ -54,5 +54,6 @@ void PrintHostRoadDigests(const std::string& samples);
 void PrintLineDigests();
 void PrintPlaneAndSolverDigests();
 void PrintPolygonDigests();
+void PrintRefinementDigests();
 
 }  // namespace KM::Test

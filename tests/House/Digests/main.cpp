@@ -26,5 +26,6 @@ int main(int argc, char** argv) {
     KM::Test::PrintLineDigests();
     KM::Test::PrintPlaneAndSolverDigests();
     KM::Test::PrintPolygonDigests();
+    KM::Test::PrintRefinementDigests();
     return 0;
 }
