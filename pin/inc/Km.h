@@ -35,6 +35,7 @@
 #include "KmTools.h"
 #include "Mesh/Algorithms/ConnectedSolids.h"
 #include "Mesh/Algorithms/DirectionAnalysis.h"
+#include "Mesh/Algorithms/DomainDecomposition.h"
 #include "Mesh/Algorithms/Geodesics.h"
 #include "Mesh/Algorithms/HoleFilling.h"
 #include "Mesh/Algorithms/Normals.h"

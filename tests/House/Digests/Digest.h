@@ -44,6 +44,7 @@ void Print(const std::string& what, const Digest& digest);
 // One function a subsystem. Each prints a line for each of its results on each of its inputs.
 
 void PrintAnalysisDigests();
+void PrintDecompositionDigests();
 void PrintEditingDigests();
 void PrintFaceDigests();
 void PrintGeodesicDigests();

@@ -16,6 +16,7 @@ void Print(const std::string& what, const Digest& digest) {
 int main(int argc, char** argv) {
     if (argc != 2) return 2;
     KM::Test::PrintAnalysisDigests();
+    KM::Test::PrintDecompositionDigests();
     KM::Test::PrintEditingDigests();
     KM::Test::PrintFaceDigests();
     KM::Test::PrintGeodesicDigests();
