@@ -25,6 +25,7 @@ void SlabWriter::Add(std::span<const TPoint<double>> points) {
 }
 
 void SlabWriter::WriteWaiting() {
+    if (waiting_.empty()) return;
     std::fwrite(waiting_.data(), 1, waiting_.size(), file_.get());
     waiting_.clear();
 }
