@@ -36,6 +36,7 @@
 #include "Mesh/Algorithms/ConnectedSolids.h"
 #include "Mesh/Algorithms/Decimation.h"
 #include "Mesh/Algorithms/DirectionAnalysis.h"
+#include "Mesh/Algorithms/DomainDecomposition.h"
 #include "Mesh/Algorithms/EdgeSwaps.h"
 #include "Mesh/Algorithms/Geodesics.h"
 #include "Mesh/Algorithms/HoleFilling.h"

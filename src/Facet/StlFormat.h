@@ -8,6 +8,5 @@ inline constexpr int StlHeaderSize = 80;
 inline constexpr int StlFirstRecord = 84;
 inline constexpr int StlRecordSize = 50;
 inline constexpr int StlNormalSize = 12;
-inline constexpr int StlPointSize = 12;
 
 }  // namespace KM

@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include "Facet/StlFile.h"
 #include "Facet/StlFormat.h"
@@ -76,6 +78,14 @@ std::string STLReader::ReadHeader() {
     std::size_t length = 0;
     while (length < StlHeaderSize && bytes[length] != '\0' && !IsHigh(bytes[length])) ++length;
     return std::string(bytes, length);
+}
+
+double STLReader::ShareRead() const {
+    if (file_ == nullptr) return 0.0;
+    std::error_code error;
+    const auto size = static_cast<double>(std::filesystem::file_size(fileName_, error));
+    const auto position = static_cast<double>(std::ftell(file_.get()));
+    return error || !(size > 0.0) ? 0.0 : std::clamp(position / size, 0.0, 1.0);
 }
 
 std::string STLReader::FirstLine() {

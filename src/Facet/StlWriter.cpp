@@ -1,4 +1,3 @@
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -8,22 +7,11 @@
 
 #include "Facet/StlFile.h"
 #include "Facet/StlFormat.h"
+#include "Facet/StlRecord.h"
 
 namespace KM {
 
 namespace {
-
-TPoint<double> FacetNormal(const TPoint<double>& a, const TPoint<double>& b, const TPoint<double>& c) {
-    TPoint<double> n = Cross(b - a, c - a);
-    const double length = Length(n);
-    if (IsZero(length))
-        n.Z = 1.0;
-    else
-        n /= length;
-    // A unit vector has no such x; what got here all the same shall not reach the file.
-    if (n.X > 1.01) n = TPoint<double>(0.0, 1.0, 1.0);
-    return n;
-}
 
 constexpr int Decimals = 6;
 constexpr std::uint32_t Millions = 1000000;  // 10 to the power of `Decimals`
@@ -100,22 +88,6 @@ void WriteTextFacet(std::FILE* file, const TPoint<double>& n, const TPoint<doubl
     text.WriteTo(file);
 }
 
-void WriteBinaryFacet(std::FILE* file, const TPoint<double>& n, const TPoint<double>* points) {
-    static_assert(std::endian::native == std::endian::little, "numbers go to the file as they lie in memory");
-    char record[StlRecordSize] = {};
-    // The normal is written as raw memory: the double x and the low half of the double y. No reader of ours looks at
-    // these bytes, and files are compared byte for byte from release to release, so they stay what they have always
-    // been.
-    std::memcpy(record, &n.X, sizeof n.X);
-    std::memcpy(record + sizeof n.X, &n.Y, StlNormalSize - sizeof n.X);
-    for (int i = 0; i < 3; ++i) {
-        const float xyz[3] = {static_cast<float>(points[i].X), static_cast<float>(points[i].Y),
-                              static_cast<float>(points[i].Z)};
-        std::memcpy(record + StlNormalSize + i * StlPointSize, xyz, StlPointSize);
-    }
-    std::fwrite(record, 1, sizeof record, file);
-}
-
 void WriteBinaryHeader(std::FILE* file, std::uint32_t triangles) {
     static constexpr std::string_view Title = "KM Mesh STL Output(c)";
     char header[StlFirstRecord];
@@ -142,11 +114,10 @@ void STLWriteFacet(std::FILE* file, const TPoint<double>& a, const TPoint<double
                    bool isText) {
     if (file == nullptr) return;
     const TPoint<double> points[] = {a, b, c};
-    const TPoint<double> n = FacetNormal(a, b, c);
-    if (isText)
-        WriteTextFacet(file, n, points);
-    else
-        WriteBinaryFacet(file, n, points);
+    if (isText) return WriteTextFacet(file, StlNormal(points), points);
+    char record[StlRecordSize];
+    PutStlRecord(record, points);
+    std::fwrite(record, 1, sizeof record, file);
 }
 
 void STLCloseWriter(std::FILE* file, int triangles, bool isText) {

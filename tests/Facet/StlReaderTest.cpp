@@ -335,5 +335,17 @@ TEST(KmSTLOpen, CanDoWithoutTheHeader) {
 
 TEST(KmSTLClose, AcceptsNull) { KmSTLClose(nullptr); }
 
+TEST(STLReader, TellsHowMuchOfTheFileItHasRead) {
+    for (const bool isText : {false, true}) {
+        const TempFile file(isText ? StlText(20000) : StlBinary("", 20000, {std::string(20000 * 50, '\xAA')}));
+        STLReader reader(file.Name());
+        double last = reader.ShareRead();
+        EXPECT_LT(last, 0.5);
+        for (double nine[9]; reader.Read(nine); last = reader.ShareRead()) ASSERT_GE(reader.ShareRead(), last);
+        EXPECT_EQ(reader.ShareRead(), 1.0);
+    }
+    EXPECT_EQ(STLReader("").ShareRead(), 0.0);
+}
+
 }  // namespace
 }  // namespace KM

@@ -58,6 +58,10 @@ public:
     ///          the first line with its line feed. Empty without a file.
     std::string ReadHeader();
 
+    /// How much of the file has been read, 0 to 1, some thousand triangles ahead of `Read`. Asks the system: not for each
+    /// triangle.
+    double ShareRead() const;
+
 private:
     struct Closer {
         void operator()(std::FILE* file) const { std::fclose(file); }

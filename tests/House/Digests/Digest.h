@@ -46,6 +46,7 @@ void Print(const std::string& what, const Digest& digest);
 void PrintAnalysisDigests();
 void PrintCachingDigests();
 void PrintDecimationDigests();
+void PrintDecompositionDigests();
 void PrintEditingDigests();
 void PrintFaceDigests();
 void PrintGeodesicDigests();

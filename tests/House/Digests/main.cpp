@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     KM::Test::PrintAnalysisDigests();
     KM::Test::PrintCachingDigests();
     KM::Test::PrintDecimationDigests();
+    KM::Test::PrintDecompositionDigests();
     KM::Test::PrintEditingDigests();
     KM::Test::PrintFaceDigests();
     KM::Test::PrintGeodesicDigests();

@@ -48,15 +48,20 @@ std::string Shown(const ToolRun& tool, const std::string& command) {
     return Replaced(tool.home.Bytes("shown"), here, FolderOfGuide);
 }
 
-TEST(ToolGuide, ShowsWhatTheToolPrints) {
+/// Runs all commands of a page in a folder with the sample, one after the other.
+void ExpectShowsWhatTheToolPrints(const std::string& page) {
     std::ostringstream guide;
-    guide << std::ifstream(KM_SOURCE_DIR "/docs/tool-guide.md").rdbuf();
+    guide << std::ifstream(KM_SOURCE_DIR "/docs/" + page).rdbuf();
     const std::vector<Step> steps = StepsOf(guide.str());
     ASSERT_GE(steps.size(), 6u);
     const ToolRun tool;
     std::filesystem::copy(KM_SOURCE_DIR "/samples/bearing-bracket.stl", tool.folder / "bearing-bracket.stl");
     for (const Step& step : steps) EXPECT_EQ(Shown(tool, step.command), step.output) << step.command;
 }
+
+TEST(ToolGuide, ShowsWhatTheToolPrints) { ExpectShowsWhatTheToolPrints("tool-guide.md"); }
+
+TEST(BatchPage, ShowsWhatTheToolPrints) { ExpectShowsWhatTheToolPrints("batch.md"); }
 
 }  // namespace
 }  // namespace KM::Test
