@@ -101,6 +101,7 @@
 #include "Utils/U_IO/ToFile.h"
 #include "Utils/U_Parser/Blocks.h"
 #include "Utils/U_Parser/Expression.h"
+#include "Utils/U_Parser/Forwarding.h"
 #include "Utils/U_Parser/HostNodes.h"
 #include "Utils/U_Parser/Indexers.h"
 #include "Utils/U_Parser/ParsingException.h"

@@ -13,8 +13,8 @@
 namespace KM::Parsing {
 namespace {
 
-// A call is filled up with operands to this number, so that it has to be a sane one.
-constexpr int MaxParameters = 1000;
+// Calls are filled up to the number of parameters that the script itself names, so that memory needs a bound here.
+constexpr std::size_t MaxFilled = 1'000'000;
 
 constexpr const char* EmptyBody =
     "The Top of the stack is empty when looking for the number of arguments for a function call! Very probable is an "
@@ -60,13 +60,14 @@ private:
     /// A block of one expression is that expression.
     void CloseBlock() {
         const auto mark = std::find_if(stack_.rbegin(), stack_.rend(), IsMark);
+        const auto begin = static_cast<std::size_t>(stack_.rend() - mark);
+        const std::size_t count = stack_.size() - begin;
+        Expression* const block = count == 0 ? Entry("VOID") : count == 1 ? stack_.back() : Join(begin);
+        // Only now: the block of a closing mark without an opening one counts among the expressions too.
         if (mark == stack_.rend())
             Fail("Aren't enough parameters on the stack when trying to process: " + token_->text +
                      " function on line: " + Line(),
                  __LINE__);
-        const auto begin = static_cast<std::size_t>(stack_.rend() - mark);
-        const std::size_t count = stack_.size() - begin;
-        Expression* const block = count == 0 ? Entry("VOID") : count == 1 ? stack_.back() : Join(begin);
         stack_.resize(begin);
         stack_.back() = block;
     }
@@ -87,12 +88,7 @@ private:
         if (stack_.empty()) Fail(std::string(EmptyBody) + "\"" + token_->text + "\"", __LINE__);
         Expression& body = *stack_.back();
         function.body = &body;
-        const int count = body.subExpressions.empty() ? 0 : body.subExpressions[0]->ToInt();
-        if (count > MaxParameters)
-            Fail("Function: " + token_->text + " has more than " + std::to_string(MaxParameters) +
-                     " parameters on line: " + Line(),
-                 __LINE__);
-        function.parameterCount = count;
+        function.parameterCount = body.subExpressions.empty() ? 0 : body.subExpressions[0]->ToInt();
         stack_.back() = Entry("VOID");
     }
 
@@ -109,8 +105,18 @@ private:
         if (wanted == 0) return;
         const std::size_t begin = stack_.size() - std::min(wanted, stack_.size());
         node.subExpressions.assign(stack_.begin() + static_cast<std::ptrdiff_t>(begin), stack_.end());
-        if (node.subExpressions.size() < wanted) node.subExpressions.resize(wanted, Entry("INVALID"));
         stack_.resize(begin);
+        FillUp(node.subExpressions, wanted);
+    }
+
+    void FillUp(std::vector<Expression*>& operands, std::size_t wanted) {
+        if (operands.size() == wanted) return;
+        filled_ += wanted - operands.size();
+        if (filled_ > MaxFilled)
+            Fail("More than " + std::to_string(MaxFilled) +
+                     " operands are missing when trying to process: " + token_->text + " function on line: " + Line(),
+                 __LINE__);
+        operands.resize(wanted, Entry("INVALID"));
     }
 
     void Finish(Expression& node) const {
@@ -137,6 +143,7 @@ private:
     ParsingSession& session_;
     std::vector<Expression*> stack_;
     const Token* token_ = nullptr;
+    std::size_t filled_ = 0;  // operands that were missing
     int line_ = 0;
 };
 

@@ -1,7 +1,8 @@
 #include "Utils/U_Parser/Indexers.h"
 
-#include "Utils/U_Parser/Nesting.h"
 #include "Utils/U_Parser/NumberText.h"
+#include "Utils/U_Parser/ParsingException.h"
+#include "Utils/U_Parser/ParsingSession.h"
 
 namespace KM::Parsing {
 
@@ -60,40 +61,7 @@ Expression& ParametersIndexer::Target() const {
 
 ParametersIndexer* ParametersIndexer::Clone() const { return new ParametersIndexer(*this); }
 
-template <class Operation>
-auto ParametersIndexer::OnTarget(Operation operation) const {
-    Expression& target = Target();
-    const Nesting nesting(Link(), target);
-    return operation(target);
-}
-
-double ParametersIndexer::ToDouble() const {
-    return OnTarget([](const Expression& target) { return target.ToDouble(); });
-}
-
-std::string ParametersIndexer::ToString() const {
-    return OnTarget([](const Expression& target) { return target.ToString(); });
-}
-
-bool ParametersIndexer::IsDoubleHolder() {
-    return OnTarget([](Expression& target) { return target.IsDoubleHolder(); });
-}
-
-bool ParametersIndexer::IsStringHolder() {
-    return OnTarget([](Expression& target) { return target.IsStringHolder(); });
-}
-
-void ParametersIndexer::Set(const std::string& text) {
-    OnTarget([&text](Expression& target) { target.Set(text); });
-}
-
-void ParametersIndexer::Set(double value) {
-    OnTarget([value](Expression& target) { target.Set(value); });
-}
-
-bool ParametersIndexer::EvaluateAsString() {
-    return OnTarget([](Expression& target) { return target.EvaluateAsString(); });
-}
+ParametersIndexer::Route ParametersIndexer::FindRoute() const { return {&Target(), &Link()}; }
 
 std::string ParametersIndexer::Name() const { return "ParametersIndexer"; }
 

@@ -20,6 +20,8 @@ bool IsHexadecimal(std::string_view number) {
 }
 
 double HexadecimalOf(std::string_view digits) {
+    // An exponent has one sign; some libraries take "p+-3" for one too.
+    digits = digits.substr(0, std::min(digits.find("p+-"), digits.find("P+-")));
     double value = 0.0;
     const auto [end, error] =
         std::from_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::hex);

@@ -9,10 +9,11 @@ AddType* AddType::Clone() const { return new AddType(*this); }
 // In a chain of sums the operand at its left end decides for all. Found once: asking down the chain at each of its
 // levels would cost the square of its length.
 void AddType::OnOperands() {
+    if (subExpressions.empty()) return;
     Expression* const left = subExpressions[0];
     const auto* const sum = dynamic_cast<const AddType*>(left);
     leftEnd_ = sum != nullptr && sum->leftEnd_ != nullptr ? sum->leftEnd_ : left;
-    if (IsNumber(0)) BeNumber();
+    BeNumber(IsNumber(0));
     left_.Find(*this, 0);
     right_.Find(*this, 1);
 }

@@ -82,6 +82,7 @@ double ToReal(const std::string& text) {
 
     double value = 0.0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (error == std::errc::invalid_argument) return 0.0;  // a sign alone makes no minus zero
     if (error == std::errc::result_out_of_range) value = IsHuge(number) ? std::numeric_limits<double>::infinity() : 0.0;
     return isNegative ? -value : value;
 }

@@ -119,8 +119,30 @@ TEST(Compiler, TakesTheCountOfParametersFromTheBody) {
         session.CreateExpression(row.text);
         EXPECT_EQ(session.factory.at("F")->Parameters(), row.count) << row.text;
     }
-    EXPECT_EQ(MessageOf([] { ParsingSession().CreateExpression("#F{1000000000, 0}, F()"); }),
-              "In Compiler. Function: F has more than 1000 parameters on line: 0.");
+}
+
+// A single statement has no count: its own first operand is taken for one, however large.
+TEST(Compiler, AFormulaAsBodyWorksAsOneWouldExpect) {
+    ParsingSession session;
+    session.Process("#F{5000 * $P[0]}, #Far{2000000000 * 2}");
+    EXPECT_EQ(session.factory.at("F")->Parameters(), 5000);
+    EXPECT_EQ(session.ToDouble("F(2)"), 10000.0);
+    EXPECT_EQ(session.CreateExpression("F(2)")->subExpressions.size(), 5000u);
+    EXPECT_EQ(session.factory.at("FAR")->Parameters(), 2000000000);
+}
+
+TEST(Compiler, BoundsTheOperandsThatItFillsIn) {
+    const auto message = [](const std::string& name) {
+        return "In Compiler. More than 1000000 operands are missing when trying to process: " + name +
+               " function on line: 0.";
+    };
+    ParsingSession session;
+    session.Process("#F{2000000000, 0}");
+    session.Process("#G{400000, $P[399999]}");
+    EXPECT_EQ(MessageOf([&] { session.CreateExpression("F()"); }), message("F"));
+    EXPECT_EQ(session.ToDouble("G()"), -1e20);
+    EXPECT_EQ(session.ToDouble("G() + G()"), -2e20);
+    EXPECT_EQ(MessageOf([&] { session.CreateExpression("G() + G() + G()"); }), message("G"));
 }
 
 TEST(Compiler, TheCountIsTakenOnce) {
@@ -152,6 +174,13 @@ TEST(Compiler, CountsWhatItMakes) {
     EXPECT_EQ(made("1, 2"), 3u);
     EXPECT_EQ(made("X"), 1u);
     EXPECT_EQ(made("X"), 0u);
+    EXPECT_THROW(made("_CLOSE_"), KmException);
+    const std::size_t before = session.expressionsToDeallocate.size();
+    EXPECT_THROW(session.Compile({"1", "_CLOSE_"}), KmException);
+    EXPECT_EQ(session.expressionsToDeallocate.size(), before + 1);
+    // A block that misses its opening mark has been made all the same.
+    EXPECT_THROW(session.Compile({"1", "2", "_CLOSE_"}), KmException);
+    EXPECT_EQ(session.expressionsToDeallocate.size(), before + 4);
 }
 
 TEST(Compiler, BoundsTheDepthOfTrees) {

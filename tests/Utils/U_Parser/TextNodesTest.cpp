@@ -51,6 +51,20 @@ TEST(AddType, WorksWithoutTheCompiler) {
     EXPECT_EQ(sum.ToDouble(), 0.0);
 }
 
+TEST(AddType, LooksAtItsOperandsAgainWhenAsked) {
+    ParsingSession session;
+    Expression* const sum = session.CreateExpression("1 + 2");
+    EXPECT_EQ(sum->ToString(), "3");
+    StringConst text("a");
+    sum->subExpressions[0] = &text;
+    sum->OnOperands();
+    EXPECT_TRUE(sum->EvaluateAsString());
+    EXPECT_EQ(sum->ToString(), "a2");
+    AddType withoutOperands;
+    withoutOperands.OnOperands();
+    EXPECT_EQ(withoutOperands.ToDouble(), -2e20);
+}
+
 TEST(AddType, TellsAboutItself) {
     const AddType sum;
     EXPECT_EQ(sum.Name(), "AddType");

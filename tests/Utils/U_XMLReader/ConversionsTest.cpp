@@ -148,6 +148,8 @@ TEST(ToDouble, ReadsTheDecimalNumberAtTheStart) {
         {"abc", 0},
         {".", 0},
         {"-", 0},
+        {" -x", 0},
+        {"-0", -0.0},
         {"+-5", 0},
         {"--5", 0},
         {"Yes", 0},
@@ -156,7 +158,10 @@ TEST(ToDouble, ReadsTheDecimalNumberAtTheStart) {
         {"4.9406564584124654e-324", DBL_TRUE_MIN},
         {"1.7976931348623157e308", DBL_MAX},
     };
-    for (const auto& c : cases) EXPECT_EQ(Real(c.text), c.value) << '"' << c.text << '"';
+    for (const auto& c : cases) {
+        EXPECT_EQ(Real(c.text), c.value) << '"' << c.text << '"';
+        EXPECT_EQ(std::signbit(Real(c.text)), std::signbit(c.value)) << '"' << c.text << '"';
+    }
     EXPECT_EQ(Element("root").ToDouble("no.such"), 0.0);
 }
 

@@ -9,18 +9,16 @@
 namespace KM::Parsing {
 
 /// Statements in their order; the last one is what the block is. Without any it is 0.0, and an empty text.
-class KM_API Agregate : public Expression {
+class KM_API Agregate : public Forwarding<Expression> {
 public:
     Agregate* Clone() const override;
     double ToDouble() const override;
     std::string ToString() const override;
-    bool IsDoubleHolder() override;
-    bool IsStringHolder() override;
-    void Set(const std::string& text) override;
-    void Set(double value) override;
-    bool EvaluateAsString() override;
     std::string Name() const override;
     std::string Help() const override;
+
+protected:
+    Route FindRoute() const override;
 };
 
 /// Marks on the stack of the compiler where a block begins.
@@ -33,7 +31,7 @@ public:
 
 /// A function of the user, and each call of it: then `subExpressions` are its parameters while `body` is evaluated.
 /// @throws ParsingException  when calls are nested too deep
-class KM_API Function : public Expression {
+class KM_API Function : public Forwarding<Expression> {
 public:
     int parameterCount = -1;     ///< -1 until it is defined
     Expression* body = nullptr;  ///< null until it is defined, then 0.0 is its value; not owned
@@ -41,21 +39,14 @@ public:
     explicit Function(std::shared_ptr<SessionLink> link) : link_(std::move(link)) {}
 
     Function* Clone() const override;
-    double ToDouble() const override;
-    std::string ToString() const override;
-    bool IsDoubleHolder() override;
-    bool IsStringHolder() override;
-    void Set(const std::string& text) override;
-    void Set(double value) override;
-    bool EvaluateAsString() override;
     int Parameters() const override { return parameterCount; }
     std::string Name() const override;
     std::string Help() const override;
 
-private:
-    template <class Operation>
-    auto OnBody(Operation operation) const;
+protected:
+    Route FindRoute() const override;
 
+private:
     std::shared_ptr<SessionLink> link_;
 };
 

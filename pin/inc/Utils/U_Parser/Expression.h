@@ -65,8 +65,8 @@ protected:
     explicit Expression(const double* value) : value_(value), isNumber_(true) {}
     Expression(const Expression& other, const double* value);
 
-    /// Promises that `EvaluateAsString` is false for good; operators then need not ask.
-    void BeNumber() { isNumber_ = true; }
+    /// Promises that `EvaluateAsString` is false as long as the operands stay; operators then need not ask.
+    void BeNumber(bool isNumber = true) { isNumber_ = isNumber; }
     bool IsNumber() const { return isNumber_; }
     bool IsNumber(std::size_t operand) const {
         return operand >= subExpressions.size() || subExpressions[operand]->isNumber_;

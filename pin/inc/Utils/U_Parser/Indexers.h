@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Utils/U_Parser/Expression.h"
+#include "Utils/U_Parser/Forwarding.h"
 
 namespace KM::Parsing {
 
@@ -36,6 +37,8 @@ protected:
 private:
     std::shared_ptr<SessionLink> link_;
 };
+
+extern template class Forwarding<IndexedExpression>;
 
 /// "AUX[i]": a number of the session.
 class KM_API DoublesIndexer : public IndexedExpression {
@@ -76,25 +79,19 @@ private:
 /// "$P[i]": the operand of the present call. It is passed by name: each use evaluates it again, inside the called
 /// function, and an assignment goes through to it.
 /// @throws ParsingException  from each operation outside a function
-class KM_API ParametersIndexer : public IndexedExpression {
+class KM_API ParametersIndexer : public Forwarding<IndexedExpression> {
 public:
-    explicit ParametersIndexer(std::shared_ptr<SessionLink> link) : IndexedExpression(std::move(link)) {}
+    explicit ParametersIndexer(std::shared_ptr<SessionLink> link) : Forwarding(std::move(link)) {}
 
     ParametersIndexer* Clone() const override;
-    double ToDouble() const override;
-    std::string ToString() const override;
-    bool IsDoubleHolder() override;
-    bool IsStringHolder() override;
-    void Set(const std::string& text) override;
-    void Set(double value) override;
-    bool EvaluateAsString() override;
     std::string Name() const override;
     std::string Help() const override;
 
+protected:
+    Route FindRoute() const override;
+
 private:
     Expression& Target() const;
-    template <class Operation>
-    auto OnTarget(Operation operation) const;
 };
 
 }  // namespace KM::Parsing
