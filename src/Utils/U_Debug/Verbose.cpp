@@ -103,21 +103,22 @@ std::string SecondsSince(double start) {
 /// The closing of a scope: keeps an abort away, and takes an entry off the stack also when the device throws.
 class Closing {
 public:
-    explicit Closing(const Scope* scope) : scope_(scope) { State().checkAbortEnabled = false; }
+    /// @param place  where the scope was put on the stack
+    Closing(const Scope* scope, std::size_t place) : scope_(scope), place_(place) { State().checkAbortEnabled = false; }
     Closing(const Closing&) = delete;
     Closing& operator=(const Closing&) = delete;
     ~Closing() {
         LogState& state = State();
         // The last entry, without a search: scopes are strictly nested.
         state.scopes.pop_back();
-        for (OpenScope& open : state.scopes)
-            if (open.scope == scope_) open.scope = nullptr;
+        if (place_ < state.scopes.size() && state.scopes[place_].scope == scope_) state.scopes[place_].scope = nullptr;
         state.announced = std::min(state.announced, static_cast<int>(state.scopes.size()));
         state.checkAbortEnabled = true;
     }
 
 private:
     const Scope* scope_;
+    std::size_t place_;
 };
 
 }  // namespace
@@ -183,14 +184,16 @@ int& CurrentIndentation() { return State().indentation; }
 std::string& IndentAppearance() { return State().indentAppearance; }
 int CurrentLineNumber() { return 0; }
 
-Scope::Scope(const std::string& name) : startTime_(Time::Get()), name_(name) { State().scopes.push_back({name, this}); }
+Scope::Scope(const std::string& name) : startTime_(Time::Get()), name_(name), place_(State().scopes.size()) {
+    State().scopes.push_back({name, this});
+}
 
 Scope::~Scope() { Unrole(); }
 
 void Scope::Unrole() {
     if (closed_) return;
     closed_ = true;
-    const Closing closing(this);
+    const Closing closing(this, place_);
     LogState& state = State();
     if (state.announced != static_cast<int>(state.scopes.size())) return;
     WriteRecord({"Time", SecondsSince(startTime_), "", 0, true, true});
@@ -203,7 +206,7 @@ void UnroleInnermost() {
     if (scope != nullptr) return scope->Unrole();
     const bool isShown = State().announced == static_cast<int>(State().scopes.size());
     const std::string name = State().scopes.back().name;
-    const Closing closing(nullptr);
+    const Closing closing(nullptr, 0);
     if (isShown) WriteRecord({name, "", "", 0, false, true});
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -58,6 +59,7 @@ private:
     double dummyTime_ = 0.0;
     std::string name_;
     bool closed_ = false;
+    std::size_t place_;  // on the stack of scopes
 };
 
 /// The present level; 5 (`Note`) at start. A caller may ask before it builds an expensive text.
