@@ -1,5 +1,5 @@
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include "Platform/Files.h"
@@ -28,8 +28,8 @@ void DeleteFiles(const std::string& fileName) {
 
 }  // namespace
 
-/// Walks down to what was derived, without recursion, and each object once: there can be loops, and more ways to one
-/// object than anybody could count.
+/// Walks down to what was derived, without recursion: chains have any length. An object is entered on each way that leads
+/// to it, so that what a view does on its release happens as often as it is told, but never below itself: loops end.
 class ACached::Invalidation {
 public:
     explicit Invalidation(const ACached& first) {
@@ -46,9 +46,18 @@ private:
 
     /// By value: a release can end the object, and the link that it holds itself.
     void Enter(Link<ACached> link) {
-        if (IsGone(link) || !entered_.insert(link).second) return;
+        if (IsGone(link) || !MayEnter(link)) return;
         (*link)->Destroy();
         if (!IsGone(link)) path_.push_back({link, (*link)->derived_});
+    }
+
+    bool MayEnter(const Link<ACached>& link) {
+        const auto [visited, isFirst] = isOnPath_.try_emplace(link, true);
+        if (isFirst) return true;
+        const std::size_t cost = 1 + (*link)->derived_.size();
+        if (visited->second || cost > repeats_) return false;
+        repeats_ -= cost;
+        return visited->second = true;
     }
 
     void Step() {
@@ -56,11 +65,15 @@ private:
         if (level.next < level.derived.size()) return Enter(level.derived[level.next++]);
         const Link<ACached> link = level.object;
         path_.pop_back();
+        isOnPath_[link] = false;
         if (!IsGone(link)) DeleteFiles((*link)->FileName());
     }
 
     std::vector<Level> path_;
-    std::unordered_set<Link<ACached>> entered_;
+    std::unordered_map<Link<ACached>, bool> isOnPath_;  // of all that were entered
+    /// What entering objects again may cost. There can be more ways to one object than anybody could walk, and each walk
+    /// reads the folder.
+    std::size_t repeats_ = 100'000;
 };
 
 void ACached::Invalidate() const { Invalidation(*this); }

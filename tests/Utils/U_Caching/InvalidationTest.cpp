@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -105,19 +106,79 @@ TEST_F(Invalidation, DeletesFilesOnTheWayBack) {
     EXPECT_EQ(seen, (Names{"ABC", "AB", "A", ""}));
 }
 
-TEST_F(Invalidation, ReachesEachObjectOnce) {
+TEST_F(Invalidation, ReleasesOnEachWay) {
     Names released;
     const ViewedResult a("A", &released);
     const ViewedResult b("B", &released);
     const ViewedResult c("C", &released);
     const ViewedResult d("D", &released);
-    for (const ViewedResult* middle : {&b, &c}) {
-        middle->SubscribeDependsOn(a, true);
-        middle->SubscribeDependsOn(a, false);
-        d.SubscribeDependsOn(*middle, true);
-    }
+    b.SubscribeDependsOn(a, true);
+    c.SubscribeDependsOn(a, true);
+    d.SubscribeDependsOn(b, true);
+    d.SubscribeDependsOn(c, true);
     a.Invalidate();
-    EXPECT_EQ(released, (Names{"A", "B", "D", "C"}));
+    EXPECT_EQ(released, (Names{"A", "B", "D", "C", "D"}));
+    b.SubscribeDependsOn(a, false);
+    released.clear();
+    a.Invalidate();
+    EXPECT_EQ(released, (Names{"A", "B", "D", "C", "D", "B", "D"}));
+}
+
+TEST_F(Invalidation, DeletesOnEachWay) {
+    /// Writes its file when it is released.
+    struct Saving : ViewedResult {
+        using ViewedResult::ViewedResult;
+        void Release() override { onRelease(); }
+        std::function<void()> onRelease;
+    };
+    const Result a("A");
+    Saving b("B");
+    b.SubscribeDependsOn(a, true);
+    b.SubscribeDependsOn(a, false);
+    int written = 0;
+    b.onRelease = [&] {
+        EXPECT_FALSE(Has(b));
+        Make(b);
+        ++written;
+    };
+    a.Invalidate();
+    EXPECT_EQ(written, 2);
+    EXPECT_FALSE(Has(b));
+}
+
+// Each object is derived twice from the one before: sixty of them have more ways than could ever be walked.
+TEST_F(Invalidation, OfMoreWaysThanCanBeWalkedReachesEachObject) {
+    Names released;
+    std::vector<std::unique_ptr<ViewedResult>> ladder;
+    for (int i = 0; i < 60; ++i) {
+        ladder.push_back(std::make_unique<ViewedResult>(std::to_string(i), &released));
+        for (const bool flag : {false, true})
+            if (i > 0) ladder[i]->SubscribeDependsOn(*ladder[i - 1], flag);
+    }
+    for (const int i : {0, 30, 59}) Make(*ladder[i]);  // more of them would only make the folder slow to read
+    const ViewedResult late("late", &released);  // when the many ways have been walked, new objects are still entered
+    late.SubscribeDependsOn(*ladder.front(), true);
+    ladder.front()->Invalidate();
+    EXPECT_LT(released.size(), 200'000u);
+    EXPECT_EQ(released.back(), "late");
+    for (const auto& result : ladder) {
+        EXPECT_NE(std::find(released.begin(), released.end(), result->Name()), released.end()) << result->Name();
+        EXPECT_FALSE(Has(*result)) << result->Name();
+    }
+    released.clear();
+    ladder[50]->Invalidate();
+    EXPECT_EQ(released.size(), 1023u);  // as many as the ways are, where they can be walked
+}
+
+TEST_F(Invalidation, OfObjectsThatAllDependOnEachOtherEnds) {
+    Names released;
+    std::vector<std::unique_ptr<ViewedResult>> objects;
+    for (int i = 0; i < 40; ++i) objects.push_back(std::make_unique<ViewedResult>(std::to_string(i), &released));
+    for (const auto& object : objects)
+        for (const auto& other : objects) object->SubscribeDependsOn(*other, true);
+    objects.front()->Invalidate();
+    for (const auto& object : objects)
+        EXPECT_NE(std::find(released.begin(), released.end(), object->Name()), released.end()) << object->Name();
 }
 
 TEST_F(Invalidation, EndsInLoops) {
@@ -131,6 +192,9 @@ TEST_F(Invalidation, EndsInLoops) {
     Make(b);
     a.Invalidate();
     EXPECT_EQ(released, (Names{"A", "B"}));
+    released.clear();
+    b.Invalidate();
+    EXPECT_EQ(released, (Names{"B", "A"}));
     EXPECT_FALSE(Has(a) || Has(b));
 }
 

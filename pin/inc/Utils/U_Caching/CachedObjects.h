@@ -74,7 +74,10 @@ public:
     /// Drops what the views hold in memory. Files stay.
     void Destroy() const;
     /// Says that the result is wrong: drops what the views hold, does the same with all that was derived from it, in
-    /// depth and each object once, and deletes the files `FileName` + ".*" on the way back.
+    /// depth, and deletes the files `FileName` + ".*" on the way back.
+    ///
+    /// An object that is reached on several ways is dropped on each of them. One that is derived from itself is not
+    /// entered below itself; and where the ways are more than some ten thousands, each object is still reached once.
     ///
     /// The name is taken as it is: a "*" in it stands for itself. What lies outside the cache folder stays, with a
     /// `Warning`.
