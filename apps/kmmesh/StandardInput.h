@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 namespace KM::Tool {
@@ -11,9 +12,10 @@ public:
     static bool IsTerminal();
 
     /// The next line, without its end.
-    /// @return  false at the end of the input
+    /// @param ask  shows that a line is wanted; a Ctrl-C from then on is not lost
+    /// @return     false at the end of the input
     /// @throws XUserAbort  if the user wants to stop
-    bool TakeLine(std::string& line);
+    bool TakeLine(const std::function<void()>& ask, std::string& line);
 
     /// All up to the end of the input, or somewhat more than so many bytes.
     /// @throws XUserAbort  if the user wants to stop
@@ -21,7 +23,6 @@ public:
 
 private:
     void ReadMore();
-    bool Wait(int milliseconds) const;
 
     std::string bytes_;
     bool isAtEnd_ = false;

@@ -35,8 +35,8 @@ void EvaluateTyped(Calculator& calculator, const std::string& line) {
 void Converse(Calculator& calculator) {
     StandardInput input;
     try {
-        ShowPrompt("> ");
-        for (std::string line; input.TakeLine(line); ShowPrompt("> ")) EvaluateTyped(calculator, line);
+        const auto ask = [] { ShowPrompt("> "); };
+        for (std::string line; input.TakeLine(ask, line);) EvaluateTyped(calculator, line);
     } catch (...) {
         ShowPrompt("\n");
         throw;

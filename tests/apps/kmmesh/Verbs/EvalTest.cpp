@@ -189,12 +189,15 @@ TEST_F(EvalOnATerminal, EvaluatesALineThatTheEndOfInputCuts) {
     EXPECT_TRUE(Has(run.Shown(), "42\r\n")) << run.Shown();
 }
 
+// Typed at once when the prompt shows, often before the tool waits.
 TEST_F(EvalOnATerminal, StopsOnCtrlC) {
-    TerminalRun run(*this, {"eval"});
-    ASSERT_TRUE(run.ShowsSoon("> "));
-    run.Type("1 + \x03");
-    EXPECT_EQ(run.Wait(), 1) << run.Shown();
-    EXPECT_TRUE(Has(run.Shown(), "kmmesh: stopped")) << run.Shown();
+    for (int round = 0; round < 20; ++round) {
+        TerminalRun run(*this, {"eval"});
+        ASSERT_TRUE(run.ShowsSoon("> ")) << run.Shown();
+        run.Type("1 + \x03");
+        ASSERT_TRUE(run.ShowsSoon("kmmesh: stopped")) << run.Shown();
+        EXPECT_EQ(run.Wait(), 1) << run.Shown();
+    }
     EXPECT_TRUE(std::filesystem::is_empty(home / "tmp"));
 }
 
