@@ -49,6 +49,13 @@ std::string FaultOfNameOfConfiguration(const std::string& name) {
     return IsNameOfConfiguration(name) ? "" : Quoted(name) + " does not end in .xml";
 }
 
+/// Null if there is none.
+const Verb* VerbCalled(const std::string& name) {
+    const auto& verbs = AllVerbs();
+    const auto found = std::find_if(verbs.begin(), verbs.end(), [&](const Verb* verb) { return verb->name == name; });
+    return found != verbs.end() ? *found : nullptr;
+}
+
 /// The parser of one command line. What it reads lands in its fields.
 class Parser {
 public:
@@ -62,6 +69,7 @@ public:
     CommandLine Run(std::vector<std::string> arguments) {
         CommandLine result;
         TakeBehindMark(arguments);
+        ShieldExpressions(arguments);
         std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
         try {
             app_.parse(arguments);
@@ -85,6 +93,22 @@ private:
         arguments.erase(mark, arguments.end());
     }
 
+    /// "-3 + 1" is no option, nor "[1, 2]" a list of values. With a blank ahead, which changes no expression, the parser
+    /// takes both as they are.
+    void ShieldExpressions(std::vector<std::string>& arguments) {
+        const auto name = std::find_if(arguments.begin(), arguments.end(), VerbCalled);
+        const Verb* const verb = name != arguments.end() ? VerbCalled(*name) : nullptr;
+        const Option* const positional = verb != nullptr ? verb->Positional() : nullptr;
+        if (positional == nullptr || positional->kind != Kind::Expressions) return;
+        for (auto word = name + 1; word != arguments.end(); ++word) {
+            const CLI::Option* const before = apps_[verb]->get_option_no_throw(*(word - 1));
+            const bool isValue = before != nullptr && before->get_items_expected_min() > 0;
+            if (!isValue && !IsOption(*word)) word->insert(0, 1, ' ');
+        }
+    }
+
+    static bool IsOption(const std::string& word) { return word.starts_with("--") || word == "-q" || word == "-h"; }
+
     void AddCommonOptions(CLI::App& app) {
         app.set_help_flag("-h,--help");
         app.add_flag("-q,--quiet", request_.isQuiet);
@@ -101,7 +125,7 @@ private:
 
     void AddOption(CLI::App& app, const Verb& verb, const Option& option) {
         std::vector<std::string>& values = values_[&verb][option.name];
-        if (option.kind == Kind::Files) {
+        if (IsPositional(option.kind)) {
             app.add_option("FILE", values);
         } else if (option.kind == Kind::Switch) {
             app.add_flag_callback("--" + option.name, [&values] { values = {"Y"}; });
@@ -125,16 +149,14 @@ private:
     }
 
     void TakeFiles(const Verb& verb) {
-        const auto& options = verb.options;
-        const auto files =
-            std::find_if(options.begin(), options.end(), [](const Option& o) { return o.kind == Kind::Files; });
-        if (files == options.end()) {
+        const Option* const files = verb.Positional();
+        if (files == nullptr) {
             if (!behindMark_.empty()) throw CLI::ExtrasError(behindMark_);
             return;
         }
         std::vector<std::string>& values = values_[&verb][files->name];
         values.insert(values.end(), behindMark_.begin(), behindMark_.end());
-        if (values.empty()) throw CLI::RequiredError("FILE");
+        if (values.empty() && files->kind == Kind::Files) throw CLI::RequiredError("FILE");
     }
 
     Request Take() {
@@ -179,11 +201,6 @@ private:
     Request request_;
 };
 
-bool IsVerb(const std::string& word) {
-    const auto& verbs = AllVerbs();
-    return std::any_of(verbs.begin(), verbs.end(), [&](const Verb* verb) { return verb->name == word; });
-}
-
 /// Letters alone, and no file: somebody meant a verb. A configuration has an extension.
 bool IsMisspeltVerb(const std::string& word) {
     const bool isWord = std::all_of(
@@ -197,12 +214,12 @@ bool IsMisspeltVerb(const std::string& word) {
 bool IsForPeople(const std::vector<std::string>& arguments) {
     if (arguments.empty()) return false;
     const std::string& first = arguments.front();
-    return first.starts_with('-') || IsVerb(first) || IsMisspeltVerb(first);
+    return first.starts_with('-') || VerbCalled(first) != nullptr || IsMisspeltVerb(first);
 }
 
 CommandLine Parse(const std::vector<std::string>& arguments) {
     const std::string& first = arguments.front();
-    if (!first.starts_with('-') && !IsVerb(first))
+    if (!first.starts_with('-') && VerbCalled(first) == nullptr)
         return {{}, "", first + ": no such verb or file; see kmmesh --help", Invalid};
     return Parser().Run(arguments);
 }

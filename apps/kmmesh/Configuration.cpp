@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "Expressions.h"
 #include "Failure.h"
 #include "Utils/U_Console/Console.h"
 #include "Utils/U_XMLReader/Dump.h"
@@ -31,16 +32,31 @@ const std::string& Plain(const std::string& text) {
     return text;
 }
 
-void SetFiles(XML::Element& setting, const std::vector<std::string>& files) {
-    if (files.size() == 1) {
-        setting.V(Absolute(files.front()));
-        return;
-    }
+void SetFile(XML::Element& setting, const std::string& file) { setting.V(Absolute(file)); }
+
+/// Whether the reader of configurations gives this back as it is, and not an argument in its place.
+bool IsPlainValue(const std::string& text) {
+    return !text.starts_with('%') && !text.starts_with('"') && text.find_first_of("\r\n") == std::string::npos;
+}
+
+/// A text of any form goes into a CDATA section.
+void SetExpression(XML::Element& setting, const std::string& word) {
+    const std::string text = ExpressionOf(word);
+    if (IsPlainValue(text)) return setting.V(text);
+    if (text.find("]]>") != std::string::npos)
+        throw Misuse('"' + text + '"', "needs a blank ahead of each >, since no configuration can hold \"]]>\" in it");
+    setting.NewChild(XML::CDATAName, text);
+}
+
+/// A single word is the value, several are children.
+void SetWords(XML::Element& setting, const std::vector<std::string>& words,
+              void (*set)(XML::Element&, const std::string&)) {
+    if (words.size() == 1) return set(setting, words.front());
     int number = 0;
-    for (const std::string& file : files) {
+    for (const std::string& word : words) {
         std::string name("F");
         name += std::to_string(++number);
-        setting.NewChild(name, Absolute(file));
+        set(setting.NewChild(name), word);
     }
 }
 
@@ -52,14 +68,17 @@ void SetOption(const Request& request, const Option& option, XML::Element& root)
                                       ? &root[request.verb->SettingOf(option.name)]
                                       : nullptr;
     if (setting == nullptr) return;
-    if (option.kind == Kind::Files) SetFiles(*setting, given->second);
+    if (option.kind == Kind::Files) SetWords(*setting, given->second, SetFile);
+    else if (option.kind == Kind::Expressions) SetWords(*setting, given->second, SetExpression);
     else if (option.kind == Kind::Path) setting->V(Absolute(isGiven ? given->second.front() : option.defaultValue));
     else setting->V(Plain(given->second.front()));
 }
 
 /// The text of a setting loses line feeds, and blanks at its ends; better told than done.
 void CheckReadsBack(const XML::Element& written, const XML::Element& read) {
-    if (written.V() != read.V())
+    // The writer adds white space to sections of several lines, which changes no expression.
+    const bool isSame = written.N() == XML::CDATAName ? written.V() == Trimmed(read.V()) : written.V() == read.V();
+    if (!isSame)
         throw Misuse("\"" + written.V() + "\"",
                      "has a line feed, or a blank at an end, which no configuration can hold");
     auto other = read.Children().begin();

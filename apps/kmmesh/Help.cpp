@@ -10,7 +10,7 @@ std::string LineOf(const std::string& label, const std::string& text) {
 }
 
 std::string LineOf(const Option& option) {
-    const std::string label = (option.kind == Kind::Files ? "" : "--" + option.name) + NamesOf(option.kind).placeholder;
+    const std::string label = (IsPositional(option.kind) ? "" : "--" + option.name) + NamesOf(option.kind).placeholder;
     std::string text = option.help;
     if (option.isNeeded) text += " (needed)";
     if (option.kind != Kind::Switch && !option.defaultValue.empty()) text += " (" + option.defaultValue + ')';
@@ -22,12 +22,6 @@ std::string CommonOptions() {
            LineOf("--verbose N", "the log on standard output: 2 errors, 4 what goes on, 6 all") +
            LineOf("--save FILE.xml", "keep the run as a configuration; kmmesh FILE.xml repeats it") +
            LineOf("-h, --help", "this text");
-}
-
-bool HasFiles(const Verb& verb) {
-    for (const Option& option : verb.options)
-        if (option.kind == Kind::Files) return true;
-    return false;
 }
 
 }  // namespace
@@ -48,8 +42,9 @@ std::string HelpOfTool() {
 }
 
 std::string HelpOf(const Verb& verb) {
+    const Option* const positional = verb.Positional();
     std::string text = "kmmesh " + verb.name + ": " + verb.help + ".\n\nUsage: kmmesh " + verb.name + " [OPTION...]" +
-                       (HasFiles(verb) ? " FILE...\n\n" : "\n\n");
+                       (positional != nullptr ? std::string(" ") + NamesOf(positional->kind).placeholder : "") + "\n\n";
     for (const Option& option : verb.options) text += LineOf(option);
     return text + "\nIn a configuration: action " + verb.Key() + ", settings below Actions." + verb.Key() +
            "\n\nFor all verbs:\n" + CommonOptions();

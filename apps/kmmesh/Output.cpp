@@ -24,13 +24,6 @@ bool IsErrorColored() {
     return isatty(STDERR_FILENO) != 0 && (noColor == nullptr || *noColor == '\0');
 }
 
-/// Names of files may hold any byte; one that moves the cursor would make several lines of one.
-std::string OnOneLine(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127; }, '?');
-    return text;
-}
-
 }  // namespace
 
 void BeQuiet() { isQuiet = true; }
@@ -49,12 +42,18 @@ void Tell(const std::string& lines) {
     if (!isQuiet) Print(lines);
 }
 
-void Complain(const std::string& line) {
+std::string OnOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127; }, '?');
+    return text;
+}
+
+void Complain(const std::string& line, const std::string& below) {
     ProgressLine::Clear();
     std::cout << std::flush;
     const char* const red = IsErrorColored() ? "\x1b[31m" : "";
     const char* const plain = IsErrorColored() ? "\x1b[0m" : "";
-    std::cerr << red << "kmmesh: " << OnOneLine(line) << plain << '\n';
+    std::cerr << red << "kmmesh: " << OnOneLine(line) << plain << '\n' << below;
 }
 
 std::string Format(const char* format, ...) {

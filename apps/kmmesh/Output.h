@@ -15,7 +15,11 @@ void Print(const std::string& lines);
 void Tell(const std::string& lines);
 
 /// One line on standard error, behind the name of the tool; red where it is a terminal that takes colours.
-void Complain(const std::string& line);
+/// @param below  whole lines that are shown below it as they are
+void Complain(const std::string& line, const std::string& below = "");
+
+/// The text with a question mark for each byte that would move the cursor. Names of files, for instance, hold any byte.
+std::string OnOneLine(std::string text);
 
 /// `printf` into a text.
 [[gnu::format(printf, 1, 2)]] std::string Format(const char* format, ...);

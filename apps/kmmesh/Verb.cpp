@@ -6,12 +6,13 @@
 #include <new>
 
 #include "Distances.h"
-#include "Failure.h"
+#include "FailureInText.h"
 #include "KmVersion.h"
 #include "Output.h"
 #include "Utils/U_App/Factory.h"
 #include "Utils/U_App/Progress.h"
 #include "Utils/U_Settings/Settings.h"
+#include "Utils/U_XMLReader/Element.h"
 
 namespace KM::Tool {
 namespace {
@@ -45,17 +46,31 @@ void Register(const Verb& verb, void (*action)()) {
                       "", __FILE__, std::to_string(__LINE__), true);
 }
 
+/// Comments and the like are elements with names that no setting has.
+bool IsSetting(const XML::Base& child) {
+    return dynamic_cast<const XML::Element*>(&child) != nullptr && child.N() != XML::CommentName &&
+           child.N() != XML::CDATAName && child.N() != XML::CommandName;
+}
+
+/// Adds the value of the setting, and what its CDATA sections hold.
+void AddTexts(const std::string& key, std::vector<std::string>& texts) {
+    texts.push_back(Settings::ToString(key));
+    for (const XML::Base* child : Settings::ToXMLElement(key).Children())
+        if (child->N() == XML::CDATAName) texts.push_back(child->V());
+}
+
 }  // namespace
 
 const KindNames& NamesOf(Kind kind) {
     static constexpr KindNames names[] = {
-        {"Bool", ""},          // Switch
-        {"Int32", " N"},       // Whole
-        {"Real64", " N"},      // Number
-        {"String", " LIST"},   // Distances
-        {"String", " TEXT"},   // Text
-        {"String", " PATH"},   // Path
-        {"String", "FILE..."}  // Files
+        {"Bool", ""},                // Switch
+        {"Int32", " N"},             // Whole
+        {"Real64", " N"},            // Number
+        {"String", " LIST"},         // Distances
+        {"String", " TEXT"},         // Text
+        {"String", " PATH"},         // Path
+        {"String", "FILE..."},       // Files
+        {"String", "EXPRESSION..."}  // Expressions
     };
     return names[static_cast<std::size_t>(kind)];
 }
@@ -66,6 +81,12 @@ const Option& Verb::At(const std::string& option) const {
     const auto found = std::find_if(options.begin(), options.end(), [&](const Option& o) { return o.name == option; });
     if (found != options.end()) return *found;
     throw KmException("In Verb::At. The verb " + name + " has no option " + option, __FILE__, __LINE__);
+}
+
+const Option* Verb::Positional() const {
+    const auto found =
+        std::find_if(options.begin(), options.end(), [](const Option& o) { return IsPositional(o.kind); });
+    return found != options.end() ? &*found : nullptr;
 }
 
 std::string Verb::SettingOf(const std::string& option) const {
@@ -91,14 +112,19 @@ std::string Values::Text(const std::string& option) const {
     return text;
 }
 
-std::vector<std::string> Values::Files(const std::string& option) const {
+std::vector<std::string> Values::Texts(const std::string& option) const {
     const std::string key = verb_.SettingOf(option);
-    std::vector<std::string> files(1, Settings::ToString(key));
+    std::vector<std::string> texts;
+    AddTexts(key, texts);
     for (const XML::Base* child : Settings::ToXMLElement(key).Children())
-        if (dynamic_cast<const XML::Element*>(child) != nullptr)
-            files.push_back(Settings::ToString(key + '.' + child->N()));
-    std::erase(files, std::string());
-    if (files.empty()) throw Failure(key, "names no file");
+        if (IsSetting(*child)) AddTexts(key + '.' + child->N(), texts);
+    std::erase(texts, std::string());
+    return texts;
+}
+
+std::vector<std::string> Values::Files(const std::string& option) const {
+    std::vector<std::string> files = Texts(option);
+    if (files.empty()) throw Failure(verb_.SettingOf(option), "names no file");
     return files;
 }
 
@@ -111,7 +137,7 @@ void Execute(const Verb& verb) {
     try {
         verb.run(Values(verb));
     } catch (const KmException& e) {
-        Complain(e.what());
+        Complain(e);
         throw Exception{e.what(), e.File(), static_cast<int>(e.Line())};
     } catch (const std::bad_alloc&) {
         Complain("not enough memory");

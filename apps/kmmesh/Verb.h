@@ -6,7 +6,10 @@
 namespace KM::Tool {
 
 /// How the value of an option is written, checked and read.
-enum class Kind { Switch, Whole, Number, Distances, Text, Path, Files };
+enum class Kind { Switch, Whole, Number, Distances, Text, Path, Files, Expressions };
+
+/// Whether the values stand on the command line by themselves, without the name of the option.
+constexpr bool IsPositional(Kind kind) { return kind == Kind::Files || kind == Kind::Expressions; }
 
 /// What a kind of value is called: by the settings, and in a help text.
 struct KindNames {
@@ -35,15 +38,16 @@ class Values;
 ///     const Entry<verb> entry;
 struct Verb {
     std::string name;
-    std::string help;  ///< one line, small letter first, no full stop
-    std::vector<Option>
-        options;                 ///< one of kind `Files`, if there is any, is what stands on the command line by itself
-    void (*run)(const Values&);  ///< throws `Failure` when it cannot do its work
+    std::string help;             ///< one line, small letter first, no full stop
+    std::vector<Option> options;  ///< one at most is positional
+    void (*run)(const Values&);   ///< throws `Failure` when it cannot do its work
 
     /// "Mesh.Area", the key of the action.
     std::string Key() const;
     /// The option of this name, which must be there.
     const Option& At(const std::string& option) const;
+    /// The option whose values stand by themselves; null if there is none.
+    const Option* Positional() const;
     /// "Actions.Mesh.Area.Unit".
     std::string SettingOf(const std::string& option) const;
 };
@@ -65,7 +69,10 @@ public:
     /// Of a text or a path.
     /// @throws Failure  when it is needed and empty
     std::string Text(const std::string& option) const;
-    /// The value of the setting, and those of its children, in their order.
+    /// The value of the setting, and those of its children, in their order, without empty ones. What stands in a CDATA
+    /// section is taken as it is.
+    std::vector<std::string> Texts(const std::string& option) const;
+    /// The same.
     /// @throws Failure  when there is none
     std::vector<std::string> Files(const std::string& option) const;
 

@@ -39,6 +39,18 @@ TEST(CommandLine, TakesFilesOfAnyName) {
     EXPECT_EQ(Parse({"settings", "--", "a"}).exitCode, 4);
 }
 
+TEST(CommandLine, TakesExpressionsOfAnyForm) {
+    const CommandLine line = Parse({"-q", "eval", "-3", "[1, 2]", "--exact", "{}", "-q", "info", "--save", "a.xml",
+                                    "FILE", "-Pi", "--", "--list"});
+    ASSERT_EQ(line.fault, "");
+    EXPECT_EQ(line.request.values.at("expressions"),
+              (Words{" -3", " [1, 2]", " {}", " info", " FILE", " -Pi", "--list"}));
+    EXPECT_EQ(line.request.values.at("exact"), Words{"Y"});
+    EXPECT_EQ(line.request.save, "a.xml");
+    EXPECT_EQ(Parse({"eval"}).fault, "");
+    EXPECT_NE(Parse({"eval", "-h"}).text, "");
+}
+
 TEST(CommandLine, ShowsHelpWhateverIsLacking) {
     EXPECT_NE(Parse({"--help"}).text.find("Verbs:"), std::string::npos);
     EXPECT_NE(Parse({"convert", "-h"}).text.find("kmmesh convert: "), std::string::npos);

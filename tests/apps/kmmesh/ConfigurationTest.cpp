@@ -17,6 +17,7 @@ const Verb Probe{
     "probes",
     {InputFiles(), {"out", Kind::Path, ".", ""}, {"title", Kind::Text, "", ""}, {"on", Kind::Switch, "N", ""}},
     nullptr};
+const Verb Evaluating{"probe", "probes", {{"texts", Kind::Expressions, "", ""}}, nullptr};
 
 std::string Here(const std::string& name) { return (fs::current_path() / name).lexically_normal().string(); }
 
@@ -59,6 +60,21 @@ TEST(Configuration, MakesPathsAbsolute) {
     EXPECT_EQ(ValueIn(two, "Actions.Mesh.Probe.Files.F1"), Here("a"));
     EXPECT_EQ(ValueIn(two, "Actions.Mesh.Probe.Files.F2"), "/b");
     EXPECT_EQ(ValueIn(two, "Actions.Mesh.Probe.Out"), Here("c/d"));
+}
+
+TEST(Configuration, HoldsExpressionsOfAnyForm) {
+    const std::string key = "Actions.Mesh.Probe.Texts";
+    const auto made = [](const std::vector<std::string>& words) {
+        return ConfigurationOf({&Evaluating, {{"texts", words}}, false, 0, ""});
+    };
+    EXPECT_EQ(ValueIn(made({" 1 < 2 "}), key), "1 < 2");
+    EXPECT_EQ(ValueIn(made({"a.km"}), key), '@' + Here("a.km"));
+    EXPECT_EQ(ValueIn(made({"1", "2"}), key + ".F2"), "2");
+    for (const std::string text : {"%1", "\"a\" + 1", "X,\n  \"<\n \", &amp;"})
+        EXPECT_TRUE(ValueIn(made({text}), key + ".!CDATA!").starts_with(text)) << text;
+    EXPECT_EQ(ValueIn(made({"1", "%1"}), key + ".F2.!CDATA!"), "%1");
+    for (const char* refused : {"", "@", "%a]]>2", "1\n+]]>"}) EXPECT_THROW(made({refused}), Misuse) << refused;
+    EXPECT_EQ(ValueIn(made({"a[b[1]]>2"}), key), "a[b[1]]>2");
 }
 
 TEST(Configuration, RefusesWhatItCannotHold) {

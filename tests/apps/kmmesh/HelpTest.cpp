@@ -23,7 +23,8 @@ TEST(Help, NamesEachVerbAndEachOption) {
     for (const Verb* verb : AllVerbs()) {
         EXPECT_NE(HelpOfTool().find("\n  " + verb->name + ' '), std::string::npos) << verb->name;
         for (const Option& option : verb->options) {
-            const std::string label = option.kind == Kind::Files ? "FILE..." : "--" + option.name + " ";
+            const std::string label =
+                IsPositional(option.kind) ? NamesOf(option.kind).placeholder : "--" + option.name + " ";
             EXPECT_NE(HelpOf(*verb).find("\n  " + label), std::string::npos) << label;
         }
     }

@@ -52,12 +52,13 @@ void ToolRun::Become(const std::vector<std::string>& arguments, const std::strin
     _exit(127);
 }
 
-ToolResult ToolRun::Run(const std::vector<std::string>& arguments) const {
+ToolResult ToolRun::Run(const std::vector<std::string>& arguments, const std::string& input) const {
+    home.Write("stdin", input);
     const std::string out = home / "stdout";
     const std::string errors = home / "stderr";
     const pid_t child = fork();
     if (child == 0) {
-        Redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
+        Redirect(STDIN_FILENO, home / "stdin", O_RDONLY);
         Redirect(STDOUT_FILENO, out, O_WRONLY | O_CREAT | O_TRUNC);
         Redirect(STDERR_FILENO, errors, O_WRONLY | O_CREAT | O_TRUNC);
         Become(arguments, folder / "");

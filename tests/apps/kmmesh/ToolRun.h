@@ -24,8 +24,8 @@ class ToolRun {
 public:
     ToolRun();
 
-    /// With nothing on standard input, and no terminal anywhere.
-    ToolResult Run(const std::vector<std::string>& arguments) const;
+    /// With these bytes on standard input, and no terminal anywhere.
+    ToolResult Run(const std::vector<std::string>& arguments, const std::string& input = "") const;
 
     const TempFolder folder;  ///< where it runs
     const TempFolder home;    ///< "cache" and "tmp" lie in it

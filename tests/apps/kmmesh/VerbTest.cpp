@@ -66,6 +66,17 @@ TEST(Values, TakeFilesFromTheSettingAndItsChildren) {
     EXPECT_EQ(values.Files("files"), (Texts{"a.stl", "b.stl", "c.stl"}));
 }
 
+TEST(Values, TakeTextsOfSectionsAsTheyAre) {
+    XML::Element& setting = Settings::ToXMLElement(Probe.SettingOf("title"));
+    setting.V("");
+    EXPECT_TRUE(Values(Probe).Texts("title").empty());
+    setting.NewChild(XML::CDATAName, "%1\n");
+    setting.NewChild(XML::CommentName, "none");
+    setting.NewChild("Second").NewChild(XML::CDATAName, " b ");
+    setting.NewChild("Third", "c");
+    EXPECT_EQ(Values(Probe).Texts("title"), (Texts{"%1\n", " b ", "c"}));
+}
+
 TEST(AllVerbs, AreSortedAndDescribed) {
     Texts names;
     for (const Verb* verb : AllVerbs()) {
