@@ -46,7 +46,7 @@ TEST(Convert, WritesSeveralIntoAFolder) {
     const ToolResult refused = tool.Run({"convert", "a.stl", "b.stl", "--out", "one.stl"});
     EXPECT_EQ(refused.exitCode, 9);
     EXPECT_EQ(refused.errors,
-              "kmmesh: " + (tool.folder / "one.stl") + ": is no folder, and there are 2 files to convert\n");
+              "kmmesh: " + (tool.folder / "one.stl") + ": is no folder, and there are 2 files to write\n");
     std::filesystem::create_directory(tool.folder / "out");
     EXPECT_EQ(tool.Run({"convert", "a.stl", "b.stl", "--out", "out"}).exitCode, 0);
     EXPECT_TRUE(tool.folder.Has("out/a.stl") && tool.folder.Has("out/b.stl"));
