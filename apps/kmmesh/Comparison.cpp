@@ -21,6 +21,7 @@ constexpr Line Measures[] = {
     {"boundary edges", [](const MeshReport& r) { return std::to_string(r.boundaryEdges); }},
     {"solids", [](const MeshReport& r) { return std::to_string(r.solids); }},
     {"closed solids", [](const MeshReport& r) { return std::to_string(r.closedSolids); }},
+    {"inside out", [](const MeshReport& r) { return std::to_string(r.insideOut); }},
     {"non-manifold", [](const MeshReport& r) { return std::to_string(r.nonManifoldEdges); }},
     {"degenerate", [](const MeshReport& r) { return std::to_string(r.degenerate); }},
     {"area", [](const MeshReport& r) { return Format("%.9g", r.area); }},

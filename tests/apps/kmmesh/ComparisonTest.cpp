@@ -16,6 +16,7 @@ TEST(Comparison, HasAColumnForEachReport) {
               "  boundary edges               3               0\n"
               "  solids                       1               1\n"
               "  closed solids                0               1\n"
+              "  inside out                   0               0\n"
               "  non-manifold                 0               0\n"
               "  degenerate                   0               0\n"
               "  area                       0.5               6\n"
