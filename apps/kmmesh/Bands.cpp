@@ -69,7 +69,7 @@ std::vector<double> RoundLimits(double highest, int count) {
     const double least = highest / count;
     const double power = std::pow(10.0, std::floor(std::log10(least)));
     double width = power;
-    for (const double round : {2.0, 5.0, 10.0})
+    for (const double round : {2.0, 2.5, 5.0, 10.0})
         if (width < least * (1.0 - 1e-9)) width = power * round;
     std::vector<double> limits{0.0};
     while (limits.back() < highest) limits.push_back(width * static_cast<double>(limits.size()));

@@ -96,6 +96,10 @@ std::string Heading(const std::string& file, const Part& part) {
     return text;
 }
 
+bool IsClosed(const PIN& mesh) {
+    return std::none_of(mesh.edges.begin(), mesh.edges.end(), [](const Edge& e) { return e.NE != -1 && e.TE == -1; });
+}
+
 double DiagonalOf(const PIN& mesh) {
     if (mesh.points.empty()) return 0.0;
     Point low = mesh.points.front();

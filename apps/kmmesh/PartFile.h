@@ -28,6 +28,9 @@ long long ReadTriangles(const std::string& file, const std::function<void(const 
 /// was left out.
 std::string Heading(const std::string& file, const Part& part);
 
+/// Whether the surface has no boundary.
+bool IsClosed(const PIN& mesh);
+
 /// The length of the diagonal of the box of the mesh.
 double DiagonalOf(const PIN& mesh);
 

@@ -1,13 +1,15 @@
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <numbers>
 
-#include "Bands.h"
+#include "BandPicture.h"
 #include "Failure.h"
 #include "LongTask.h"
 #include "Mesh/Algorithms/DirectionAnalysis.h"
 #include "Output.h"
 #include "PartFile.h"
+#include "PartOutput.h"
 #include "Triangles.h"
 #include "Verb.h"
 
@@ -78,12 +80,22 @@ void Run(const Values& values) {
     const std::vector<std::string> files = values.Files("files");
     const Point direction = values.Direction("direction");
     const Bands bands{BothSides(values.Numbers("limits"), values.SettingOf("limits")), "angle, degrees", "", Ramp};
+    const std::string picture = values.Text("picture");
+    const Point view = values.Direction("view");
+    const std::vector<std::string> pictures =
+        picture.empty() ? std::vector<std::string>() : TargetsOf(files, picture, ".svg");
     for (std::size_t i = 0; i < files.size(); ++i) {
         NextSlice(static_cast<double>(i + 1) / static_cast<double>(files.size()));
         const Part part = ReadPart(files[i]);
-        const std::string summary = SummaryOf(AnglesOf(part.mesh, direction), bands, direction);
+        const ValuedTriangles angles = AnglesOf(part.mesh, direction);
+        const std::string summary = SummaryOf(angles, bands, direction);
+        if (!picture.empty()) {
+            const std::string name = std::filesystem::path(files[i]).filename().string();
+            WriteFile(pictures[i], BandPicture(angles, bands, name, view, IsClosed(part.mesh)));
+        }
         if (i != 0) Print("\n");
         Print(Heading(files[i], part) + summary);
+        if (!picture.empty()) Tell(pictures[i] + '\n');
     }
 }
 
@@ -91,7 +103,9 @@ const Verb verb{"draft",
                 "angles of the surface to a direction, and their areas",
                 {InputFiles(),
                  {"direction", Kind::Direction, "z", "the direction; or x, y, z, -x, -y, -z"},
-                 {"limits", Kind::Numbers, "1,3,5,10,30,60", "of the bands, degrees between 0 and 90"}},
+                 {"limits", Kind::Numbers, "1,3,5,10,30,60", "of the bands, degrees between 0 and 90"},
+                 PictureFile(),
+                 ViewPoint()},
                 Run};
 const Entry<verb> entry;
 

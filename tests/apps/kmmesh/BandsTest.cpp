@@ -33,7 +33,7 @@ TEST(Bands, FindTheBandOfAValue) {
 
 TEST(Bands, HaveRoundLimits) {
     EXPECT_EQ(RoundLimits(10, 10), (Doubles{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
-    EXPECT_EQ(RoundLimits(9.2, 4), (Doubles{0, 5, 10}));
+    EXPECT_EQ(RoundLimits(9.2, 4), (Doubles{0, 2.5, 5, 7.5, 10}));
     EXPECT_EQ(RoundLimits(700, 4), (Doubles{0, 200, 400, 600, 800}));
     EXPECT_EQ(RoundLimits(0, 4), (Doubles{0, 1}));
     for (const double highest : {1e-9, 0.3, 7.0, 12345.0, 1e15})

@@ -47,6 +47,15 @@ TEST(Draft, TakesSeveralFiles) {
     EXPECT_TRUE(Has(result.output, "\n\nb.stl: 12 triangles in the file\n")) << result.output;
 }
 
+TEST(Draft, DrawsPictures) {
+    const ToolRun tool;
+    for (const char* name : {"a.stl", "b.stl"}) tool.folder.Write(name, BinaryStl(CubeFacets().AsSoup()));
+    const ToolResult result = tool.Run({"draft", "a.stl", "b.stl", "--picture", ".", "--view", "1,1,1"});
+    EXPECT_TRUE(Has(result.output, tool.folder / "a.svg\n\nb.stl: ")) << result.output;
+    EXPECT_TRUE(tool.folder.Bytes("b.svg").starts_with("<svg "));
+    EXPECT_EQ(tool.Run({"draft", "a.stl", "b.stl", "--picture", "one.svg"}).exitCode, 9);
+}
+
 TEST(Draft, RefusesWhatDoesNotFit) {
     const ToolRun tool;
     tool.folder.Write("cube.stl", BinaryStl(CubeFacets().AsSoup()));
