@@ -118,6 +118,7 @@ private:
             app.add_flag_callback("--" + option.name, [&values] { values = {"Y"}; });
         } else {
             CLI::Option& parsed = *app.add_option("--" + option.name, values)->expected(1)->required(option.isNeeded);
+            parsed.allow_extra_args(false);  // or the files behind it would be values, too
             if (option.kind == Kind::Whole) parsed.check(FaultOfWhole);
             if (option.kind == Kind::Number) parsed.check(FaultOfNumber);
             if (option.kind == Kind::Numbers) parsed.check(FaultOfReading<NumbersOf>);
