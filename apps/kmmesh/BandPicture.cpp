@@ -17,7 +17,7 @@ constexpr double Size = 2000.0;  // of the longer side of the part
 constexpr double Margin = 60.0;
 constexpr double LegendWidth = 620.0;
 constexpr double LineHeight = 46.0;
-constexpr double LongestEdge = Size / 50.0;
+constexpr double LongestEdge = Size / 25.0;
 
 // Brightness by the angle of a triangle to the look; the last is that of backs.
 constexpr std::array<double, 5> Shades = {0.78, 0.86, 0.93, 1.0, 0.6};

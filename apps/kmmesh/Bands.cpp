@@ -49,6 +49,12 @@ double AreaOf(const BandPiece& piece) {
     return area;
 }
 
+/// 0 where areas are zero, or beyond all numbers.
+double ShareOf(double area, double all) {
+    const double share = area / all;
+    return std::isfinite(share) ? share : 0.0;
+}
+
 bool HasValue(const ValuedTriangle& triangle) {
     return std::all_of(triangle.values.begin(), triangle.values.end(), [](double v) { return std::isfinite(v); });
 }
@@ -111,13 +117,13 @@ std::string Histogram(const std::vector<double>& areas, const Bands& bands) {
     constexpr double barLength = 32.0;  // of the longest, so that a line fits 80 columns
     double sum = 0.0;
     for (const double area : areas) sum += area;
-    const double largest = std::max(*std::max_element(areas.begin(), areas.end()), 1e-300);
+    const double largest = *std::max_element(areas.begin(), areas.end());
     std::string text = Format("  %-20s  %10s   share\n", bands.quantity.c_str(), "area");
     for (std::size_t band = 0; band < areas.size(); ++band) {
         if (band == bands.Count() && areas[band] == 0.0) continue;
-        const std::string bar(static_cast<std::size_t>(std::ceil(areas[band] / largest * barLength)), '#');
+        const std::string bar(static_cast<std::size_t>(std::ceil(ShareOf(areas[band], largest) * barLength)), '#');
         const std::string line = Format("  %-20s  %10.6g  %5.1f %%  %s", bands.NameOf(band).c_str(), areas[band],
-                                        sum == 0.0 ? 0.0 : 100.0 * areas[band] / sum, bar.c_str());
+                                        100.0 * ShareOf(areas[band], sum), bar.c_str());
         text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
     }
     return text;

@@ -19,8 +19,9 @@ namespace {
 using Point = TPoint<double>;
 
 /// Red around the upright walls; on the side that looks along the direction green to blue, on the other one yellow to brown.
-const std::vector<std::array<double, 3>> Ramp = {{96, 57, 19},    {168, 112, 44}, {235, 196, 98}, {214, 39, 40},
-                                                 {152, 212, 140}, {44, 140, 120}, {24, 66, 120}};
+const std::vector<std::array<double, 3>> Ramp = {
+    {96, 57, 19},    {124, 76, 27},   {154, 100, 40}, {184, 128, 56}, {212, 160, 76}, {240, 200, 100}, {214, 39, 40},
+    {180, 225, 140}, {120, 195, 130}, {70, 165, 125}, {40, 135, 120}, {32, 100, 120}, {24, 66, 120}};
 
 /// The limits on both sides of 0, from -90 to 90.
 std::vector<double> BothSides(std::vector<double> limits, const std::string& setting) {

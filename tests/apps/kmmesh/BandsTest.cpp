@@ -80,6 +80,7 @@ TEST(Histogram, HasALineForEachBand) {
               "  1 .. 2                         0    0.0 %\n"
               "  2 .. 3                         3   33.3 %  ################\n");
     EXPECT_NE(Histogram({6, 0, 3, 1}, Three).find("  not reached "), std::string::npos);
+    EXPECT_NE(Histogram({None, 1, 0, 0}, Three).find(" inf    0.0 %\n"), std::string::npos);
     EXPECT_NE(Histogram({0, 0, 0, 0}, Three).find("  0.0 %\n"), std::string::npos);
 }
 
