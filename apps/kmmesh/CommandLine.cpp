@@ -8,6 +8,7 @@
 
 #include "Configuration.h"
 #include "Distances.h"
+#include "Failure.h"
 #include "Help.h"
 #include "KmVersion.h"
 
@@ -39,6 +40,16 @@ std::string FaultOfWhole(const std::string& text) {
 std::string FaultOfNumber(const std::string& text) {
     double value = 0.0;
     return IsRead(text, value) ? "" : Quoted(text) + " is no number";
+}
+
+template <auto read>
+std::string FaultOfReading(const std::string& text) {
+    try {
+        read(text);
+        return "";
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
 }
 
 std::string FaultOfVerbosity(const std::string& text) {
@@ -131,8 +142,13 @@ private:
             app.add_flag_callback("--" + option.name, [&values] { values = {"Y"}; });
         } else {
             CLI::Option& parsed = *app.add_option("--" + option.name, values)->expected(1)->required(option.isNeeded);
+            parsed.allow_extra_args(false);  // or the files behind it would be values, too
             if (option.kind == Kind::Whole) parsed.check(FaultOfWhole);
             if (option.kind == Kind::Number) parsed.check(FaultOfNumber);
+            if (option.kind == Kind::Numbers) parsed.check(FaultOfReading<NumbersOf>);
+            if (option.kind == Kind::Point) parsed.check(FaultOfReading<PointOf>);
+            if (option.kind == Kind::Direction) parsed.check(FaultOfReading<DirectionOf>);
+            if (option.kind == Kind::Places) parsed.check(FaultOfReading<PlacesOf>);
             if (option.kind == Kind::Distances) parsed.check(FaultOfDistances);
         }
     }

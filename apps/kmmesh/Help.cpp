@@ -28,7 +28,7 @@ std::string CommonOptions() {
 
 std::string HelpOfTool() {
     std::string text =
-        "kmmesh reads, measures, reduces and writes surface meshes.\n"
+        "kmmesh reads, measures, repairs, reduces, cuts and writes surface meshes.\n"
         "\n"
         "Usage: kmmesh VERB [OPTION...] FILE...   kmmesh VERB --help: its options\n"
         "       kmmesh FILE.xml... [WORD...]      runs configurations; %1 in them: WORD\n"
@@ -36,8 +36,10 @@ std::string HelpOfTool() {
         "\n"
         "Verbs:\n";
     for (const Verb* verb : AllVerbs()) text += LineOf(verb->name, verb->help);
-    return text + "\nOptions:\n" + CommonOptions() + LineOf("--version", "the version of the tool") +
-           "\nCtrl-C or Escape stops a run; a file is never left half-written.\n"
+    return text +
+           "\nOptions of all verbs: -q, --quiet; --verbose N; --save FILE.xml; -h, --help\n"
+           "kmmesh --version: the version of the tool\n"
+           "Ctrl-C or Escape stops a run; a file is never left half-written.\n"
            "Exit codes: 0 done, 1 stopped, 3 nothing to run, 4 misfit, 8 again, 9 failed.\n";
 }
 

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cmath>
 #include <cstring>
 #include <fstream>
 #include <limits>
@@ -48,6 +49,13 @@ std::string MakeBeside(const fs::path& target, const std::string& name) {
         if (made != nullptr) return std::fclose(made), temporary;
         if (errno != EEXIST) RefuseToWrite(name, errno);
     }
+}
+
+/// Not so for a finite coordinate that would become infinite.
+bool FitsSingle(const TPoint<double>& p) {
+    constexpr double largest = std::numeric_limits<float>::max();
+    const auto fits = [](double x) { return !std::isfinite(x) || std::fabs(x) <= largest; };
+    return fits(p.X) && fits(p.Y) && fits(p.Z);
 }
 
 }  // namespace
@@ -109,6 +117,8 @@ StlOutput::~StlOutput() {
 
 void StlOutput::Add(const TPoint<double>& a, const TPoint<double>& b, const TPoint<double>& c) {
     if (triangles_ == std::numeric_limits<int>::max()) throw Failure(name_, "has more triangles than a file can hold");
+    if (!isText_ && !(FitsSingle(a) && FitsSingle(b) && FitsSingle(c)))
+        throw Failure(name_, "would have coordinates beyond single precision; --text can hold them");
     STLWriteFacet(file_, a, b, c, isText_);
     ++triangles_;
 }

@@ -64,6 +64,7 @@ public:
     StlOutput& operator=(const StlOutput&) = delete;
     ~StlOutput();
 
+    /// @throws Failure  for a coordinate that a binary file cannot hold
     void Add(const TPoint<double>& a, const TPoint<double>& b, const TPoint<double>& c);
     /// Behind the last facet.
     /// @throws Failure

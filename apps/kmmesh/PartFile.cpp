@@ -11,6 +11,7 @@
 #include "Failure.h"
 #include "LongTask.h"
 #include "Mesh/Core/Construction.h"
+#include "Output.h"
 
 namespace KM::Tool {
 namespace {
@@ -82,6 +83,21 @@ Part ReadPart(const std::string& file) {
     task.At(1.0);
     if (!std::isfinite(DiagonalOf(part.mesh))) throw Failure(file, "is too large: its diagonal is no number");
     return part;
+}
+
+std::string Heading(const std::string& file, const Part& part) {
+    std::string text = std::filesystem::path(file).filename().string();
+    text += ": " + Count(part.read, "triangle") + " in the file\n";
+    const auto addLeftOut = [&](long long count, const char* what) {
+        if (count != 0) text += Format("  %-16s%s with %s\n", "left out", Count(count, "triangle").c_str(), what);
+    };
+    addLeftOut(part.equal, "two equal corners");
+    addLeftOut(part.infinite, "a corner that is no number");
+    return text;
+}
+
+bool IsClosed(const PIN& mesh) {
+    return std::none_of(mesh.edges.begin(), mesh.edges.end(), [](const Edge& e) { return e.NE != -1 && e.TE == -1; });
 }
 
 double DiagonalOf(const PIN& mesh) {

@@ -24,6 +24,13 @@ Part ReadPart(const std::string& file);
 /// @throws Failure  as above
 long long ReadTriangles(const std::string& file, const std::function<void(const double*)>& take);
 
+/// What a report of the part begins with: a line with the name of the file and its triangles, and a line for each kind that
+/// was left out.
+std::string Heading(const std::string& file, const Part& part);
+
+/// Whether the surface has no boundary.
+bool IsClosed(const PIN& mesh);
+
 /// The length of the diagonal of the box of the mesh.
 double DiagonalOf(const PIN& mesh);
 

@@ -66,6 +66,10 @@ const KindNames& NamesOf(Kind kind) {
         {"Bool", ""},                // Switch
         {"Int32", " N"},             // Whole
         {"Real64", " N"},            // Number
+        {"String", " LIST"},         // Numbers
+        {"String", " X,Y,Z"},        // Point
+        {"String", " X,Y,Z"},        // Direction
+        {"String", " PLACES"},       // Places
         {"String", " LIST"},         // Distances
         {"String", " TEXT"},         // Text
         {"String", " PATH"},         // Path
@@ -99,12 +103,23 @@ bool Values::IsOn(const std::string& option) const { return Settings::ToBool(ver
 int Values::Whole(const std::string& option) const { return Settings::ToInt(verb_.SettingOf(option)); }
 double Values::Number(const std::string& option) const { return Settings::ToDouble(verb_.SettingOf(option)); }
 
-std::vector<double> Values::Distances(const std::string& option, double diagonal) const {
+template <class Read>
+auto Values::Fitting(const std::string& option, Read read) const {
     const std::string text = Text(option);
-    const std::string fault = FaultOfDistances(text);
-    if (!fault.empty()) throw Failure(verb_.SettingOf(option), fault);
-    return DistancesOf(text, diagonal);
+    try {
+        return read(text);
+    } catch (const Failure& failure) {
+        throw Failure(verb_.SettingOf(option), failure.what());
+    }
 }
+
+std::vector<double> Values::Distances(const std::string& option, double diagonal) const {
+    return Fitting(option, [&](const std::string& text) { return DistancesOf(text, diagonal); });
+}
+std::vector<double> Values::Numbers(const std::string& option) const { return Fitting(option, NumbersOf); }
+TPoint<double> Values::Point(const std::string& option) const { return Fitting(option, PointOf); }
+TPoint<double> Values::Direction(const std::string& option) const { return Fitting(option, DirectionOf); }
+std::vector<Place> Values::Places(const std::string& option) const { return Fitting(option, PlacesOf); }
 
 std::string Values::Text(const std::string& option) const {
     const std::string text = Settings::ToString(verb_.SettingOf(option));

@@ -3,10 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "Numbers.h"
+
 namespace KM::Tool {
 
 /// How the value of an option is written, checked and read.
-enum class Kind { Switch, Whole, Number, Distances, Text, Path, Files, Expressions };
+enum class Kind { Switch, Whole, Number, Numbers, Point, Direction, Places, Distances, Text, Path, Files, Expressions };
 
 /// Whether the values stand on the command line by themselves, without the name of the option.
 constexpr bool IsPositional(Kind kind) { return kind == Kind::Files || kind == Kind::Expressions; }
@@ -66,6 +68,12 @@ public:
     /// Ascending, in units of a part with this diagonal; see Distances.h.
     /// @throws Failure  when the text does not fit
     std::vector<double> Distances(const std::string& option, double diagonal) const;
+    // See Numbers.h.
+    // @throws Failure  when the text does not fit
+    std::vector<double> Numbers(const std::string& option) const;
+    TPoint<double> Point(const std::string& option) const;
+    TPoint<double> Direction(const std::string& option) const;
+    std::vector<Place> Places(const std::string& option) const;
     /// Of a text or a path.
     /// @throws Failure  when it is needed and empty
     std::string Text(const std::string& option) const;
@@ -76,7 +84,14 @@ public:
     /// @throws Failure  when there is none
     std::vector<std::string> Files(const std::string& option) const;
 
+    /// The name of the setting, for what a verb itself has to say of a value.
+    std::string SettingOf(const std::string& option) const { return verb_.SettingOf(option); }
+
 private:
+    /// What `read` makes of the text; its failures get the name of the setting in front.
+    template <class Read>
+    auto Fitting(const std::string& option, Read read) const;
+
     const Verb& verb_;
 };
 

@@ -4,17 +4,12 @@
 #include "LevelFiles.h"
 #include "LongTask.h"
 #include "Output.h"
-#include "OutputFile.h"
 #include "PartFile.h"
+#include "PartOutput.h"
 #include "Verb.h"
 
 namespace KM::Tool {
 namespace {
-
-/// The beginning of the names of all files that are made of an input.
-std::string StemOf(const std::string& folder, const std::string& file) {
-    return (std::filesystem::path(folder) / std::filesystem::path(file).stem()).string();
-}
 
 std::string TableOf(const std::string& file, long long triangles, const std::vector<Level>& levels) {
     const std::string name = std::filesystem::path(file).filename().string();
@@ -94,7 +89,7 @@ const Verb verb{"lods",
                 {InputFiles(),
                  {"tolerances", Kind::Distances, "0,0.01%,0.05%,0.2%,1%", "lengths, or shares of the diagonal"},
                  {"out", Kind::Path, ".", "folder for NAME.level1.stl ... and NAME.levels.bin"},
-                 {"text", Kind::Switch, "N", "STL as text, with six decimals; otherwise binary"}},
+                 AsText()},
                 Run};
 const Entry<verb> entry;
 

@@ -12,7 +12,9 @@ void GeodesicSearch::Seed(int source) {
 
 bool GeodesicSearch::Step() {
     if (!lists_.HasQueued()) return false;
-    PropagateWindow(surface_, lists_.TakeNearest(), lists_);
+    const GeodesicWindow window = lists_.TakeNearest();
+    reached_ = NearestDistance(window);
+    PropagateWindow(surface_, window, lists_);
     return true;
 }
 

@@ -18,6 +18,9 @@ public:
     /// @return  false once there is none
     bool Step();
 
+    /// How far from the sources the last step was.
+    double Reached() const { return reached_; }
+
     /// From the nearest source to a node, as the edge knows it that `p2e` names; 0 if nothing has reached that edge.
     double DistanceOf(int node) const;
 
@@ -30,6 +33,7 @@ private:
     const PIN& mesh_;
     SurfaceEdges surface_;
     WindowLists lists_;
+    double reached_ = 0.0;
 };
 
 }  // namespace KM

@@ -166,6 +166,22 @@ PIN SmallRoughMesh(unsigned seed) {
     return mesh;
 }
 
+TEST(Geodesics, WatchedOnesAreTheSameAndCanBeStopped) {
+    PIN mesh = BumpySphere(40);
+    std::vector<double> plain, watched, untouched{1.0, 2.0};
+    GeodesicDist(mesh, {5, 700}, plain);
+    std::vector<double> told;
+    WatchedGeodesicDist(mesh, {5, 700}, watched, [&](double reached) { told.push_back(reached); });
+    EXPECT_EQ(watched, plain);
+    ASSERT_GT(told.size(), 10u);
+    EXPECT_GT(told.front(), 0.0);
+    EXPECT_GT(told.back(), told.front());
+    EXPECT_LE(told.back(), *std::max_element(plain.begin(), plain.end()));
+    const auto stop = [](double) { throw 1; };
+    EXPECT_THROW(WatchedGeodesicDist(mesh, {5}, untouched, stop), int);
+    EXPECT_EQ(untouched, (std::vector{1.0, 2.0}));
+}
+
 TEST(Geodesics, AgreeWithUnfoldingAllRowsOfTriangles) {
     for (unsigned seed = 0; seed < 100; ++seed) {
         const PIN mesh = SmallRoughMesh(seed);

@@ -29,6 +29,18 @@ TEST(CommandLine, TakesAVerbWithItsOptions) {
     EXPECT_EQ(line.request.save, "j.XML");
 }
 
+TEST(CommandLine, TakesOneValueAnOption) {
+    for (const Words& words : {Words{"convert", "--out", "b.stl", "a.stl"}, {"convert", "a.stl", "--out", "b.stl"}}) {
+        const CommandLine line = Parse(words);
+        ASSERT_EQ(line.fault, "");
+        EXPECT_EQ(line.request.values.at("files"), Words{"a.stl"});
+        EXPECT_EQ(line.request.values.at("out"), Words{"b.stl"});
+    }
+    EXPECT_EQ(Parse({"draft", "--direction", "-z", "a.stl"}).request.values.at("direction"), Words{"-z"});
+    EXPECT_EQ(Parse({"draft", "--direction", "-1,0,0", "a.stl"}).request.values.at("direction"), Words{"-1,0,0"});
+    EXPECT_EQ(Parse({"fill", "--out", "b", "--edges", "-1", "a.stl"}).request.values.at("edges"), Words{"-1"});
+}
+
 TEST(CommandLine, TakesFilesOfAnyName) {
     const CommandLine line = Parse({"info", "info", "--", "--help", "convert", "-q"});
     ASSERT_EQ(line.fault, "");

@@ -55,7 +55,8 @@ void ExpectShowsWhatTheToolPrints(const std::string& page) {
     const std::vector<Step> steps = StepsOf(guide.str());
     ASSERT_GE(steps.size(), 6u);
     const ToolRun tool;
-    std::filesystem::copy(KM_SOURCE_DIR "/samples/bearing-bracket.stl", tool.folder / "bearing-bracket.stl");
+    for (const char* part : {"bearing-bracket.stl", "broken-cap.stl"})
+        std::filesystem::copy(std::filesystem::path(KM_SOURCE_DIR "/samples") / part, tool.folder / part);
     for (const Step& step : steps) EXPECT_EQ(Shown(tool, step.command), step.output) << step.command;
 }
 

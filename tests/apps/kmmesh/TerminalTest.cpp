@@ -63,6 +63,12 @@ TEST_F(OnATerminal, StopsWithinAReduction) {
     EXPECT_EQ(folder.Names(), (Names{"endless.stl", "large.stl"}));
 }
 
+TEST_F(OnATerminal, StopsWithinASearchForDistances) {
+    folder.Write("large.stl", BinaryStl(BumpySphereFacets(200).AsSoup()));
+    ExpectStops({"geodesic", "large.stl", "--from", "0", "--out", "distances.txt"}, "Searching", "\x03");
+    EXPECT_EQ(folder.Names(), (Names{"endless.stl", "large.stl"}));
+}
+
 TEST_F(OnATerminal, ColoursFailuresAndTheLogUnlessToldNotTo) {
     TerminalRun failing(*this, {"info", "nowhere.stl"});
     EXPECT_EQ(failing.Wait(), 9);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "KmApi.h"
@@ -23,6 +24,14 @@ namespace KM {
 /// The time a node grows with the root of the number of triangles: some tens of microseconds at ten thousand. Memory holds
 /// the front of the wave, some hundred bytes a triangle.
 KM_API void GeodesicDist(PIN& mesh, const std::vector<int>& sources, std::vector<double>& distances);
+
+/// `GeodesicDist` for one who waits: the same distances, bit by bit.
+///
+/// @param watch  is told every few milliseconds how far from the sources the search has come, in the unit of the points.
+///               What it throws ends the search and passes on, with `distances` untouched. Must not touch the mesh; an
+///               empty one is told nothing
+KM_API void WatchedGeodesicDist(PIN& mesh, const std::vector<int>& sources, std::vector<double>& distances,
+                                const std::function<void(double)>& watch);
 
 /// For each node the length of the shortest way along edges from `source`: never below what `GeodesicDist` gives, on fine
 /// meshes up to some tens of percent above it, and hundreds of times faster.

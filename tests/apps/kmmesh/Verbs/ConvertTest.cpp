@@ -40,13 +40,24 @@ TEST(Convert, KeepsEvenTrianglesThatAreNone) {
     EXPECT_EQ(CornersOf(tool.folder / "b.stl").size(), 3u);
 }
 
+TEST(Convert, RefusesWhatSinglePrecisionCannotHold) {
+    const ToolRun tool;
+    tool.folder.Write("a.stl", "solid\nvertex 0 0 0\nvertex 1e40 0 0\nvertex 0 1e40 0\nendsolid\n");
+    const ToolResult result = tool.Run({"convert", "a.stl", "--out", "b.stl"});
+    EXPECT_EQ(result.exitCode, 9);
+    EXPECT_EQ(result.errors, "kmmesh: " + (tool.folder / "b.stl") +
+                                 ": would have coordinates beyond single precision; --text can hold them\n");
+    EXPECT_FALSE(tool.folder.Has("b.stl"));
+    EXPECT_EQ(tool.Run({"convert", "a.stl", "--out", "b.stl", "--text"}).exitCode, 0);
+}
+
 TEST(Convert, WritesSeveralIntoAFolder) {
     const ToolRun tool;
     for (const char* name : {"a.stl", "b.stl"}) tool.folder.Write(name, BinaryStl(CubeFacets().AsSoup()));
     const ToolResult refused = tool.Run({"convert", "a.stl", "b.stl", "--out", "one.stl"});
     EXPECT_EQ(refused.exitCode, 9);
     EXPECT_EQ(refused.errors,
-              "kmmesh: " + (tool.folder / "one.stl") + ": is no folder, and there are 2 files to convert\n");
+              "kmmesh: " + (tool.folder / "one.stl") + ": is no folder, and there are 2 files to write\n");
     std::filesystem::create_directory(tool.folder / "out");
     EXPECT_EQ(tool.Run({"convert", "a.stl", "b.stl", "--out", "out"}).exitCode, 0);
     EXPECT_TRUE(tool.folder.Has("out/a.stl") && tool.folder.Has("out/b.stl"));
