@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/FanWalk.h"
@@ -23,13 +24,16 @@ bool IsFinite(const P& p) { return std::isfinite(p.X) && std::isfinite(p.Y) && s
 /// The magnitude of a coordinate that halving would round; 0 if both ends agree in it.
 double RoundedMagnitude(double a, double b) { return a == b ? 0.0 : std::max(std::fabs(a), std::fabs(b)); }
 
-/// Halving gets somewhere. It does not at infinity, nor where an edge is but a few roundings of its coordinates long: there
-/// chords come out as long as the edges that they replace, and would be halved for ever.
-bool IsHalvable(const P& a, const P& b, const P& middle) {
+/// Halving gets somewhere. It does not at infinity, nor where the limit is less than a few roundings of the coordinates and an
+/// edge is not many more: there chords come out as long as the edges that they replace, and would be halved for ever.
+bool IsHalvable(const P& a, const P& b, const P& middle, double limit) {
+    if (!IsFinite(middle)) return false;
     const double rounded =
         std::max({RoundedMagnitude(a.X, b.X), RoundedMagnitude(a.Y, b.Y), RoundedMagnitude(a.Z, b.Z)});
+    const double step = std::nextafter(rounded, std::numeric_limits<double>::infinity()) - rounded;
+    if (limit >= 4.0 * step) return true;
     const double extent = std::max({std::fabs(b.X - a.X), std::fabs(b.Y - a.Y), std::fabs(b.Z - a.Z)});
-    return extent > rounded * 0x1p-48 && IsFinite(middle);  // 16 steps from one number to the next
+    return extent > rounded * 0x1p-48;
 }
 
 P Middle(const P& a, const P& b) { return (a + b) * 0.5; }
@@ -43,10 +47,15 @@ void ReserveMore(std::vector<T>& items, std::int64_t more) {
 
 }  // namespace
 
-RefinementRounds::RefinementRounds(PIN& mesh, double maxLength) : mesh_(mesh), limitSquared_(maxLength * maxLength) {
+RefinementRounds::RefinementRounds(PIN& mesh, double maxLength)
+    : mesh_(mesh), limit_(std::fabs(maxLength)), limitSquared_(maxLength * maxLength) {
     PreviousEdges<PIN> previous(mesh);
     for (int e = 0; IsEdge(mesh, e); ++e) {
         if (IsDead(mesh.edges[e])) continue;
+        if (!IsNode(mesh, mesh.edges[e].P0)) {
+            brokenEdge_ = e;
+            return;
+        }
         if (ThirdOfTriangle(mesh, e) == -1) ++polygonEdges_;
         if (!IsLongEdge(e)) continue;
         const int twin = mesh.edges[e].TE;
@@ -64,12 +73,11 @@ RefinementRounds::RefinementRounds(PIN& mesh, double maxLength) : mesh_(mesh), l
 bool RefinementRounds::IsLong(const P& a, const P& b) const { return LengthSquared(b - a) > limitSquared_; }
 
 bool RefinementRounds::IsLongEdge(int edge) const {
-    const int start = mesh_.edges[edge].P0;
     const int end = EndNode(mesh_, edge);
-    if (!IsNode(mesh_, start) || !IsNode(mesh_, end)) return false;
-    const P& a = mesh_.points[start];
+    if (!IsNode(mesh_, end)) return false;
+    const P& a = mesh_.points[mesh_.edges[edge].P0];
     const P& b = mesh_.points[end];
-    return IsLong(a, b) && IsHalvable(a, b, Middle(a, b));
+    return IsLong(a, b) && IsHalvable(a, b, Middle(a, b), limit_);
 }
 
 void RefinementRounds::List(int edge) {
@@ -113,7 +121,7 @@ void RefinementRounds::Split(int edge) {
     const P start = mesh_.points[mesh_.edges[edge].P0];
     const P end = mesh_.points[EndNode(mesh_, edge)];
     const P middle = Middle(start, end);
-    if (!IsHalvable(start, end, middle)) return;
+    if (!IsHalvable(start, end, middle, limit_)) return;
     const int twin = mesh_.edges[edge].TE;
     if (twin != -1) twins_.push_back(twin);
     if (IsLong(start, middle)) {
@@ -148,9 +156,7 @@ void RefinementRounds::CutCorner(int before) {
     const int first = mesh_.edges[before].NE;
     const int second = mesh_.edges[first].NE;
     const int beyond = mesh_.edges[second].NE;
-    const int start = mesh_.edges[first].P0;
-    const int end = mesh_.edges[beyond].P0;
-    if (IsNode(mesh_, start) && IsNode(mesh_, end) && IsLong(mesh_.points[start], mesh_.points[end])) {
+    if (IsLong(mesh_.points[mesh_.edges[first].P0], mesh_.points[mesh_.edges[beyond].P0])) {
         next_.push_back(EdgeCount(mesh_));
         nextSides_ += 2;
     }

@@ -15,8 +15,9 @@ public:
     /// Lists the edges of the first round.
     RefinementRounds(PIN& mesh, double maxLength);
 
-    /// An edge that is too long and lies on no loop or has no true twin, or -1. With one, there must be no round: whatever
-    /// face has an edge that stays long would be cut for ever.
+    /// An edge that is too long and lies on no loop or has no true twin, or one that starts at a node that does not exist; or
+    /// -1. With one, there must be no round: whatever face has an edge that stays long would be cut for ever, and so would one
+    /// that turns long when a new node takes the index of the missing one.
     int BrokenEdge() const { return brokenEdge_; }
 
     /// The edges of the next round, in order; if there are none, all is done.
@@ -42,6 +43,7 @@ private:
     void CutCorner(int before);
 
     PIN& mesh_;
+    double limit_;
     double limitSquared_;
     int brokenEdge_ = -1;
     std::vector<int> queue_;

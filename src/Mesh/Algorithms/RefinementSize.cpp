@@ -12,6 +12,9 @@ using P = TPoint<double>;
 
 // All lengths here are in units of the longest one allowed, which keeps squares of very small and large ones in range.
 
+/// A sum of three squares is off by less than the square of this, where squares are too small for all their digits.
+constexpr double LongestRounded = 0x1p-536;
+
 bool IsFinite(const P& p) { return std::isfinite(p.X) && std::isfinite(p.Y) && std::isfinite(p.Z); }
 
 P Along(const PIN& mesh, int from, int to, double unit) { return (mesh.points[to] - mesh.points[from]) / unit; }
@@ -24,7 +27,7 @@ double ThirdOfNewTriangles(const PIN& mesh, int edge, double unit) {
     const int a = mesh.edges[edge].P0;
     const int b = EndNode(mesh, edge);
     const int c = mesh.edges[third].P0;
-    if (!IsNode(mesh, a) || !IsNode(mesh, b) || !IsNode(mesh, c) || !IsFinite(mesh.points[c])) return 0.0;
+    if (!IsFinite(mesh.points[c])) return 0.0;
     const P cross = Cross(Along(mesh, a, b, unit), Along(mesh, a, c, unit));
     // No triangle with sides of at most 1 is larger than the one whose sides are all 1; its cross product has this length.
     const double largest = std::sqrt(3.0) / 2.0;
@@ -35,7 +38,8 @@ double ThirdOfNewTriangles(const PIN& mesh, int edge, double unit) {
 }  // namespace
 
 RefinementSize SizeOfRefinement(const PIN& mesh, const std::vector<int>& longEdges, double maxLength) {
-    const double unit = std::fabs(maxLength);
+    // Squares of lengths below some 1e-161 are rounded, to 0 in the end, so that lengths up to it pass for short enough.
+    const double unit = std::hypot(maxLength, LongestRounded);
     double byLengths = 0.0;  // each new node on an edge adds a triangle on each side
     double byAreas = 0.0;
     double longest = 1.0;

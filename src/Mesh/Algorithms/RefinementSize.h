@@ -12,7 +12,7 @@ struct RefinementSize {
     double halvings;        ///< of the longest edge
 };
 
-/// @param longEdges  what the first round splits: edges on loops, with nodes and finite coordinates
+/// @param longEdges  what the first round splits: edges on loops whose nodes exist; the ends of the edges have finite coordinates
 RefinementSize SizeOfRefinement(const PIN& mesh, const std::vector<int>& longEdges, double maxLength);
 
 }  // namespace KM

@@ -284,6 +284,31 @@ TEST(Refine, EndsWhereNumbersEnd) {
     ExpectUnchanged(Triangle(P(1, 0, 0), P(std::nextafter(1.0, 2.0), 0, 0), P(1, Tiny, 0)), 1e-17);
 }
 
+// Four steps are enough for each half and each cut to come out shorter than what it replaces.
+TEST(Refine, AFewStepsFromOneNumberToTheNextAreStillALimit) {
+    for (unsigned seed = 0; seed < 600; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        Numbers next(seed);
+        const double far[] = {1.0, 1e6, 1e12, 1e15, 0x1.fffffffffff00p+50};
+        const double base = far[seed % std::size(far)];
+        const double step = std::nextafter(base, Infinity) - base;
+        PIN mesh = seed % 2 == 0 ? Grid(2) : Sphere(1);
+        for (P& p : mesh.points) p = P(base, base, base) + next.PointBetween(0.0, 24.0) * step;
+        RefineAsPlain(mesh, step * next.Between(4.0, 20.0));
+        if (HasFailure()) return;
+    }
+    PIN mesh = Triangle(P(1e15, 0, 0), P(1e15 + 3, 0, 0), P(1e15, 2, 0));
+    EXPECT_EQ(RefineAsPlain(mesh, 1.0), 3);
+}
+
+// The square of the limit is 0, and so are those of lengths that are not longer than about 1e-162.
+TEST(Refine, EndsWhereSquaresAreTooSmallForANumber) {
+    for (const double limit : {0.0, Tiny, 1e-300, -1e-165}) {
+        PIN mesh = Triangle(P(0, 0, 0), P(1e-160, 0, 0), P(0, 1e-160, 0));
+        EXPECT_EQ(RefineAsPlain(mesh, limit), 6) << limit;
+    }
+}
+
 TEST(Refine, FarAwayAnEdgeIsAsLongAsElsewhereIfItsEndsAgree) {
     PIN mesh = RightTriangle();
     for (P& p : mesh.points) p.Z = 1e20;
@@ -327,6 +352,15 @@ TEST(Refine, ALongEdgeWithBrokenLinksIsNamed) {
     mesh.p2e.push_back(3);
     mesh.edges.push_back({0, -1, 3});
     ExpectBroken(mesh, 3);
+}
+
+// The first or second new node would be the missing one.
+TEST(Refine, AnEdgeWithoutItsNodeIsNamed) {
+    for (const int node : {-2, -1, 3, 4, 77, std::numeric_limits<int>::max()}) {
+        PIN mesh = Triangle(P(2, 1.5, 1), P(0.5, 1.5, 4), P(1.5, 1.5, 0));
+        mesh.edges[1].P0 = node;
+        ExpectBroken(mesh, 1);
+    }
 }
 
 TEST(Refine, ShortEdgesMayHaveBrokenLinks) {

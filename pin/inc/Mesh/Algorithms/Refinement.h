@@ -24,10 +24,12 @@ namespace KM {
 /// refinement ends between two rounds with an `Error`; the mesh is sound then, and part of its edges still too long.
 ///
 /// Where an edge that is too long lies on no loop, or its twin is none, nothing changes, and an `Error` names it: the faces at
-/// an edge that cannot be split would be cut for ever.
+/// an edge that cannot be split would be cut for ever. So it is where an edge starts at a node that does not exist, since a new
+/// node would take its index.
 ///
-/// An edge stays as long as it is when its middle is not finite, or when the coordinates in which its ends differ do so by no
-/// more than 2^-48 (some 4e-15) of the largest of them: rounding would keep the cuts beside it from getting shorter.
+/// An edge stays as long as it is when its middle is not finite. So does one whose ends differ, in the coordinates in which
+/// they do, by no more than 2^-48 (some 4e-15) of the largest of them, if `maxLength` is below 4 steps from this number to the
+/// next: rounding could keep the cuts beside it from getting shorter.
 /// The time goes with the number of new triangles. Memory for a round is taken before it begins.
 KM_API void Refine(PIN& mesh, double maxLength);
 
