@@ -30,11 +30,14 @@ public:
 
     /// Takes a node out, if it is one to go.
     bool Remove(int node) {
-        return CollectInnerFan(mesh_, node, fan_) && HasNodes() && !HasLongEdge() && !IsOffSurface(node) &&
+        return CollectFan(node) && HasNodes() && !HasLongEdge() && !IsOffSurface(node) &&
                remover_.Remove(node, fan_);
     }
 
 private:
+    /// What `RemoveNode` refuses with a message comes as far as that, so that broken links are told.
+    bool CollectFan(int node) { return CollectInnerFan(mesh_, node, fan_) || CollectOddFan(mesh_, node, fan_); }
+
     int EndOf(const Surroundings& face) const { return mesh_.edges[face.ne].P0; }
     const TPoint<double>& EndPoint(const Surroundings& face) const { return mesh_.points[EndOf(face)]; }
 
