@@ -30,8 +30,7 @@ public:
 
     /// Takes a node out, if it is one to go.
     bool Remove(int node) {
-        return CollectFan(node) && HasNodes() && !HasLongEdge() && !IsOffSurface(node) &&
-               remover_.Remove(node, fan_);
+        return CollectFan(node) && HasNodes() && !HasLongEdge() && !IsOffSurface(node) && remover_.Remove(node, fan_);
     }
 
 private:
@@ -44,7 +43,8 @@ private:
     /// A removal moves one fan of the last node only, so edges of another one can name a node that is no more.
     bool HasNodes() const {
         for (const Surroundings& face : fan_)
-            if (!IsNode(mesh_, mesh_.edges[face.e].P0) || !IsNode(mesh_, EndOf(face))) return false;
+            for (const int e : {face.e, face.ne, face.pe})
+                if (!IsNode(mesh_, mesh_.edges[e].P0)) return false;
         return true;
     }
 
