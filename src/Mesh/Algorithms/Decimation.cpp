@@ -30,18 +30,21 @@ public:
 
     /// Takes a node out, if it is one to go.
     bool Remove(int node) {
-        return CollectInnerFan(mesh_, node, fan_) && HasNodes() && !HasLongEdge() && !IsOffSurface(node) &&
-               remover_.Remove(node, fan_);
+        return CollectFan(node) && HasNodes() && !HasLongEdge() && !IsOffSurface(node) && remover_.Remove(node, fan_);
     }
 
 private:
+    /// What `RemoveNode` refuses with a message comes as far as that, so that broken links are told.
+    bool CollectFan(int node) { return CollectInnerFan(mesh_, node, fan_) || CollectOddFan(mesh_, node, fan_); }
+
     int EndOf(const Surroundings& face) const { return mesh_.edges[face.ne].P0; }
     const TPoint<double>& EndPoint(const Surroundings& face) const { return mesh_.points[EndOf(face)]; }
 
     /// A removal moves one fan of the last node only, so edges of another one can name a node that is no more.
     bool HasNodes() const {
         for (const Surroundings& face : fan_)
-            if (!IsNode(mesh_, mesh_.edges[face.e].P0) || !IsNode(mesh_, EndOf(face))) return false;
+            for (const int e : {face.e, face.ne, face.pe})
+                if (!IsNode(mesh_, mesh_.edges[e].P0)) return false;
         return true;
     }
 

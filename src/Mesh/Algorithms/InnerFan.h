@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
+#include "CircleGuard.h"
 #include "Mesh/Editing/Surroundings.h"
 
 namespace KM {
@@ -24,6 +26,41 @@ inline bool CollectInnerFan(const PIN& mesh, int node, std::vector<Surroundings>
         fan.push_back(*face);
         e = twin;
     } while (e != first);
+    return true;
+}
+
+/// The same where twins do not name each other, step by step as `AllStartingEdges` goes: back to where the fan begins, and
+/// forward from there. False for a node that lies on a border, and for a walk that leaves the node or never comes back. So
+/// no walk is longer than the edges at its node are many, but for a few turns.
+inline bool CollectOddFan(const PIN& mesh, int node, std::vector<Surroundings>& fan) {
+    CircleGuard backward, forward;
+    const auto visit = [&](int e, CircleGuard& guard) {
+        auto face = OnTriangle(mesh, e);
+        if (face && (mesh.edges[e].P0 != node || guard.IsMetAgain(e))) face.reset();
+        return face;
+    };
+
+    const int entry = mesh.p2e[node];
+    int first = entry;
+    for (int e = entry;;) {
+        const auto face = visit(e, backward);
+        if (!face) return false;
+        first = e;
+        e = mesh.edges[face->pe].TE;
+        if (e == -1 || e == entry) break;
+    }
+
+    fan.clear();
+    int e = first;
+    do {
+        const auto face = visit(e, forward);
+        if (!face) return false;
+        fan.push_back(*face);
+        const int twin = mesh.edges[e].TE;
+        if (!IsEdge(mesh, twin)) return false;
+        e = mesh.edges[twin].NE;
+    } while (e != first);
+    std::reverse(fan.begin(), fan.end());
     return true;
 }
 

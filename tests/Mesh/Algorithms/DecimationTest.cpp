@@ -255,10 +255,27 @@ TEST(DecimateNodes, IsThePlainRuleOnHostileNumbers) {
     }
 }
 
+TEST(DecimateNodes, TellsOfATwinThatIsNotNamedInReturn) {
+    for (const int start : AllStartingEdges(Grid(2), 4)) {
+        PIN mesh = Grid(2);
+        mesh.edges[PrevEdge(mesh, start)].TE = -1;
+        const PIN before = mesh;
+        VisitorOf<PIN> nobody;
+        LogCapture log;
+        DecimateNodes(mesh, 1.0, nobody);
+        EXPECT_EQ(log.Texts(EMessageType::Error), Texts{"Found orphan end edge in RemoveNode!"});
+        EXPECT_EQ(mesh.points.size(), before.points.size());
+    }
+}
+
 TEST(DecimateNodes, EndsOnBrokenMeshes) {
     for (unsigned seed = 0; seed < 600; ++seed) {
         const PIN sound = seed % 3 == 0 ? Sphere(5) : seed % 3 == 1 ? Grid(8) : RandomMesh(seed, 80);
         PIN mesh = seed % 2 == 0 ? Broken(sound, seed) : WithBrokenLinks(sound, seed);
+        if (seed % 4 == 1) {  // only some twins that are not named in return
+            mesh = sound;
+            for (std::size_t e = seed % 7; e < mesh.edges.size(); e += 19) mesh.edges[e].TE = -1;
+        }
         const std::size_t nodes = mesh.points.size();
         LogCapture log;
         VisitorOf<PIN> nobody;
