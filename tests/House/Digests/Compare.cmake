@@ -17,7 +17,7 @@ foreach(compilers "gcc g++" "clang clang++")
       -D CMAKE_C_COMPILER=${c} -D CMAKE_CXX_COMPILER=${cxx} -D CMAKE_BUILD_TYPE=None
       -D CMAKE_C_FLAGS=-${level} -D CMAKE_CXX_FLAGS=-${level}
       -D KM_BUILD_DIGESTS=ON -D KM_BUILD_TESTS=OFF -D KM_BUILD_APPS=OFF
-      -D KM_BUILD_EXAMPLES=OFF -D KM_WARNINGS_AS_ERRORS=OFF)
+      -D KM_BUILD_EXAMPLES=OFF -D KM_WARNINGS_AS_ERRORS=OFF -D KM_PRECOMPILE=ON)
     run(${CMAKE_COMMAND} --build ${build} -j2 --target km_digests)
     execute_process(COMMAND ${build}/tests/House/Digests/km_digests ${SOURCE_DIR}/samples
       OUTPUT_FILE ${SCRATCH_DIR}/${variant}.txt COMMAND_ERROR_IS_FATAL ANY)
