@@ -7,7 +7,7 @@
 
 #include "RefinementRounds.h"
 #include "RefinementSize.h"
-#include "Utils/U_App/NumberText.h"
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Debug/Verbose.h"
 
 namespace KM {

@@ -9,8 +9,8 @@
 #include "Mesh/Algorithms/EdgeSwaps.h"
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Editing/NodeRemover.h"
-#include "Utils/U_App/NumberText.h"
 #include "Utils/U_App/Progress.h"
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Debug/Verbose.h"
 
 namespace KM {

@@ -9,7 +9,7 @@
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/FanWalk.h"
 #include "Mesh/Editing/EdgeSplits.h"
-#include "Utils/U_App/NumberText.h"
+#include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Debug/Verbose.h"
 
 namespace KM {
