@@ -30,7 +30,7 @@ constexpr Axis Axes[] = {&P::X, &P::Y, &P::Z};
 constexpr int AllAxes = 7;
 /// The share of the first pass in the whole: the second one also writes.
 constexpr double FirstPass = 0.3;
-/// How many triangles all slabs together may collect before they write: eight megabytes.
+/// How many triangles all slabs together may collect before they write: three megabytes.
 constexpr std::size_t MostWaiting = 60000;
 
 [[noreturn]] void Refuse(const std::string& message) {
@@ -207,6 +207,7 @@ private:
         const AscendingCorners t = SortedAlong(Axes[axis_], nine);
         const double a = t[0].*Axes[axis_];
         const double c = t[2].*Axes[axis_];
+        // The slabs that the triangle meets stand in a row. Behind the last one is one without limits, where the walk ends too.
         for (std::size_t i = row_.FirstReaching(a); row_[i].lo <= c; ++i)
             if (a >= row_[i].lo && row_[i].hi >= c) writers_[i].Add(t);
             else AddPart(t, row_[i], writers_[i]);

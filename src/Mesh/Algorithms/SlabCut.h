@@ -26,8 +26,7 @@ inline AscendingCorners SortedAlong(Axis axis, const double* nine) {
     const double a = corner(0).*axis;
     const double b = corner(1).*axis;
     const double c = corner(2).*axis;
-    // A look into a table, since no processor can foresee the way through comparisons. Two of the rows stand for numbers
-    // that are none.
+    // A look into a table, since no processor can foresee the way through comparisons. Rows 3 and 4 are for what is no number.
     static constexpr unsigned char Orders[8][3] = {{0, 1, 2}, {1, 0, 2}, {0, 2, 1}, {1, 0, 2},
                                                    {0, 1, 2}, {1, 2, 0}, {2, 0, 1}, {2, 1, 0}};
     const auto& order = Orders[(b < a ? 1 : 0) + (c < b ? 2 : 0) + (c < a ? 4 : 0)];

@@ -34,7 +34,7 @@ public:
     /// The first slab whose upper limit is not below a level; their number if there is none. The first one for what is not a
     /// number. Constant time, but where the limits are so close that numbers hardly tell them apart.
     std::size_t FirstReaching(double level) const {
-        // Right but for rounding; a search would find its way with as many guesses as it takes steps.
+        // Right but for rounding. A search takes steps that no processor can foresee.
         const double guess = (level - slabs_[1].hi) * slabsPerLength_ + 1.0;
         const Slab* slab = &slabs_[1 + static_cast<std::size_t>(static_cast<int>(
                                            std::min(std::max(0.0, guess), static_cast<double>(last_))))];
