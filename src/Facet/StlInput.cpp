@@ -51,12 +51,6 @@ bool StlInput::Ahead(std::size_t size) {
     return ready >= size;
 }
 
-const char* StlInput::ReadRecord(std::size_t size) {
-    if (!Ahead(size)) return nullptr;
-    next_ += size;
-    return next_ - size;
-}
-
 int StlInput::Peek() {
     if (next_ == end_ && !Ahead(1)) {
         endSeen_ = true;

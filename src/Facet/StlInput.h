@@ -21,7 +21,11 @@ public:
     bool EndSeen() const { return endSeen_; }
 
     /// The next `size` bytes, or null if the file has fewer. They stay until the next call.
-    const char* ReadRecord(std::size_t size);
+    const char* ReadRecord(std::size_t size) {
+        if (static_cast<std::size_t>(end_ - next_) < size && !Ahead(size)) return nullptr;
+        next_ += size;
+        return next_ - size;
+    }
 
     /// "%999s": the next word, at most 999 bytes of it; what is longer goes on as the next word. Zeros belong to a word
     /// like any byte. Empty only at the end of the file. It stays until the next call.

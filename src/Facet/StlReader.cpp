@@ -44,6 +44,19 @@ bool IsVertex(std::string_view word) {
     return true;
 }
 
+bool ReadBinary(StlInput& input, double* nine) {
+    static_assert(std::endian::native == std::endian::little, "floats of the file are taken as they lie there");
+    const char* from = input.ReadRecord(StlRecordSize);
+    if (from == nullptr) return false;
+    from += StlNormalSize;
+    for (int i = 0; i < 9; ++i, from += sizeof(float)) {
+        float value;
+        std::memcpy(&value, from, sizeof value);
+        nine[i] = static_cast<double>(value);
+    }
+    return true;
+}
+
 void ReadPoint(StlInput& input, double* three) {
     for (int i = 0; i < 3; ++i)
         if (!input.ReadNumber(three[i])) return;
@@ -99,17 +112,7 @@ std::string STLReader::FirstLine() {
 bool STLReader::Read(double* nine) {
     if (file_ == nullptr || nine == nullptr) return false;
     if (input_ == nullptr) input_ = std::make_unique<StlInput>(file_.get());
-    return isText_ ? ReadText(nine) : ReadBinary(nine);
-}
-
-bool STLReader::ReadBinary(double* nine) {
-    static_assert(std::endian::native == std::endian::little, "floats of the file are taken as they lie there");
-    const char* record = input_->ReadRecord(StlRecordSize);
-    if (record == nullptr) return false;
-    float values[9];
-    std::memcpy(values, record + StlNormalSize, sizeof values);
-    for (int i = 0; i < 9; ++i) nine[i] = static_cast<double>(values[i]);
-    return true;
+    return isText_ ? ReadText(nine) : ReadBinary(*input_, nine);
 }
 
 bool STLReader::ReadText(double* nine) {

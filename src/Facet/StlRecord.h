@@ -23,7 +23,6 @@ inline TPoint<double> StlNormal(const TPoint<double>* points) {
 /// Makes the `StlRecordSize` bytes of a facet of these three points.
 inline void PutStlRecord(char* record, const TPoint<double>* points) {
     static_assert(std::endian::native == std::endian::little, "numbers go to the file as they lie in memory");
-    std::memset(record, 0, StlRecordSize);
     const TPoint<double> n = StlNormal(points);
     // The normal is written as raw memory: the double x and the low half of the double y. No reader of ours looks at
     // these bytes, and files are compared byte for byte from release to release, so they stay what they have always
@@ -38,6 +37,7 @@ inline void PutStlRecord(char* record, const TPoint<double>* points) {
             std::memcpy(to, &number, sizeof number);
             to += sizeof number;
         }
+    std::memset(to, 0, record + StlRecordSize - to);
 }
 
 }  // namespace KM

@@ -69,7 +69,6 @@ private:
 
     void OpenAsText();
     std::string FirstLine();
-    bool ReadBinary(double* nine);
     bool ReadText(double* nine);
 
     std::string fileName_;

@@ -8,9 +8,9 @@
 
 #include "Facet/StlCheck.h"
 #include "Facet/StlFile.h"
-#include "Geometry/Triangulation.h"
 #include "Platform/Files.h"
 #include "SlabCut.h"
+#include "SlabRow.h"
 #include "SlabWriter.h"
 #include "Utils/U_App/Progress.h"
 #include "Utils/U_App/Services.h"
@@ -30,6 +30,8 @@ constexpr Axis Axes[] = {&P::X, &P::Y, &P::Z};
 constexpr int AllAxes = 7;
 /// The share of the first pass in the whole: the second one also writes.
 constexpr double FirstPass = 0.3;
+/// How many triangles all slabs together may collect before they write: three megabytes.
+constexpr std::size_t MostWaiting = 60000;
 
 [[noreturn]] void Refuse(const std::string& message) {
     Verbose::WriteMessage_1(EMessageType::Error, message);
@@ -88,11 +90,9 @@ struct Statistics {
 
     void Add(const double* nine) {
         ++triangles;
-        // Zero times a number is zero, and else is not a number.
-        const bool isFinite = nine[0] * 0.0 + nine[1] * 0.0 + nine[2] * 0.0 + nine[3] * 0.0 + nine[4] * 0.0 +
-                                  nine[5] * 0.0 + nine[6] * 0.0 + nine[7] * 0.0 + nine[8] * 0.0 ==
-                              0.0;
-        if (!isFinite) return AddStrange(nine);
+        // One that is not finite spoils the sum; so can huge ones, which the closer look tells apart.
+        const double sum = nine[0] + nine[1] + nine[2] + nine[3] + nine[4] + nine[5] + nine[6] + nine[7] + nine[8];
+        if (!std::isfinite(sum)) return AddOneByOne(nine);
         for (int i = 0; i < 9; i += 3) Grow(P(nine[i], nine[i + 1], nine[i + 2]));
     }
 
@@ -103,14 +103,18 @@ private:
     }
 
     /// An infinite box could not be split, and all sound triangles would be lost.
-    void AddStrange(const double* nine) {
-        ++strange;
+    void AddOneByOne(const double* nine) {
+        bool isStrange = false;
         for (int i = 0; i < 9; ++i) {
-            if (!std::isfinite(nine[i])) continue;
+            if (!std::isfinite(nine[i])) {
+                isStrange = true;
+                continue;
+            }
             const Axis axis = Axes[i % 3];
             min.*axis = std::min(min.*axis, nine[i]);
             max.*axis = std::max(max.*axis, nine[i]);
         }
+        if (isStrange) ++strange;
     }
 };
 
@@ -161,10 +165,10 @@ public:
         for (int i = 0; i < count; ++i) {
             const std::string name = NameOfSlab(base, axis_, i + 1, count);
             names_.push_back(name);
-            OpenWriter(name);
-            const double n = count;
-            slabs_.push_back({extent_ * (i / n) + min_ - overlap_, extent_ * ((i + 1.0) / n) + min_ + overlap_});
+            OpenWriter(name, count);
         }
+        // Not before: so many files may be out of the question, and then so many limits are, too.
+        row_ = SlabRow(min_, extent_, count, overlap_);
     }
 
     void Fill() {
@@ -185,12 +189,13 @@ public:
     const std::vector<std::string>& Names() const { return names_; }
 
 private:
-    void OpenWriter(const std::string& name) {
+    void OpenWriter(const std::string& name, int count) {
         const std::string path = Platform::RealPath(name);
         std::error_code ignored;
         if (std::filesystem::equivalent(path, Platform::RealPath(input_), ignored))
             RefuseSlab(name, "is to be written, and is read as well");
-        writers_.emplace_back(path);
+        // Hundreds of slabs are open side by side; the few of a usual run get as much at a time as a disk likes.
+        writers_.emplace_back(path, std::clamp<std::size_t>(MostWaiting / static_cast<std::size_t>(count), 200, 1300));
         if (!writers_.back().IsOpen()) RefuseSlab(name, "can't be opened for writing");
     }
 
@@ -199,31 +204,20 @@ private:
     }
 
     void Add(const double* nine) {
-        AscendingCorners t{P(nine[0], nine[1], nine[2]), P(nine[3], nine[4], nine[5]), P(nine[6], nine[7], nine[8])};
-        SortAlong(Axes[axis_], t);
+        const AscendingCorners t = SortedAlong(Axes[axis_], nine);
         const double a = t[0].*Axes[axis_];
         const double c = t[2].*Axes[axis_];
-        // Both limits ascend from slab to slab, so those that the triangle meets stand in a row.
-        const auto isBelow = [a](const Slab& slab) { return a > slab.hi; };
-        auto slab = std::partition_point(slabs_.begin(), slabs_.end(), isBelow);
-        for (; slab != slabs_.end() && !(slab->lo > c); ++slab) {
-            SlabWriter& writer = writers_[static_cast<std::size_t>(slab - slabs_.begin())];
-            if (a >= slab->lo && slab->hi >= c) writer.Add(t);
-            else AddPart(t, *slab, writer);
-        }
+        // The slabs that the triangle meets stand in a row. Behind the last one is one without limits, where the walk ends too.
+        for (std::size_t i = row_.FirstReaching(a); row_[i].lo <= c; ++i)
+            if (a >= row_[i].lo && row_[i].hi >= c) writers_[i].Add(t);
+            else AddPart(t, row_[i], writers_[i]);
     }
 
     void AddPart(const AscendingCorners& t, const Slab& slab, SlabWriter& writer) {
         CutToSlab(Axes[axis_], t, slab, polygon_);
-        triangles_.clear();
-        PointsUtils::TriangulateConvexPolygon(polygon_, triangles_);
-        // A polygon that is not finite may have no corner for the middle of the fan.
-        if (triangles_.empty() || triangles_.front().front() < 0) return;
-        for (const std::vector<int>& triangle : triangles_) {
-            corners_.clear();
-            for (const int corner : triangle) corners_.push_back(polygon_[static_cast<std::size_t>(corner)]);
-            writer.Add(corners_);
-        }
+        // `TriangulateConvexPolygon` gives the same fan, in lists, and -1 for its middle where that is not finite.
+        for (std::size_t i = 2; i < polygon_.size(); ++i)
+            writer.Add(AscendingCorners{polygon_[0], polygon_[i - 1], polygon_[i]});
     }
 
     const std::string& input_;
@@ -232,11 +226,9 @@ private:
     double extent_;
     double overlap_;
     std::vector<std::string> names_;
-    std::vector<Slab> slabs_;
+    SlabRow row_;
     std::vector<SlabWriter> writers_;  // by slab
-    std::vector<P> polygon_;           // these three are kept for their memory only
-    std::vector<std::vector<int>> triangles_;
-    std::vector<P> corners_;
+    std::vector<P> polygon_;           // kept for its memory only
 };
 
 }  // namespace

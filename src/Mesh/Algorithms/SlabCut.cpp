@@ -1,7 +1,6 @@
 #include "SlabCut.h"
 
 #include <optional>
-#include <utility>
 
 namespace KM {
 namespace {
@@ -75,14 +74,6 @@ private:
 };
 
 }  // namespace
-
-void SortAlong(Axis axis, AscendingCorners& corners) {
-    auto& [a, b, c] = corners;
-    if (b.*axis < a.*axis) std::swap(a, b);
-    if (!(c.*axis < b.*axis)) return;
-    std::swap(b, c);
-    if (b.*axis < a.*axis) std::swap(a, b);
-}
 
 void CutToSlab(Axis axis, const AscendingCorners& triangle, const Slab& slab, std::vector<P>& polygon) {
     polygon.clear();

@@ -3,31 +3,24 @@
 #include <filesystem>
 
 #include "Facet/StlFile.h"
-#include "Facet/StlFormat.h"
-#include "Facet/StlRecord.h"
 
 namespace KM {
-namespace {
 
-constexpr std::size_t MostWaiting = 512 * StlRecordSize;
-
-}  // namespace
-
-SlabWriter::SlabWriter(const std::string& path) : path_(path), file_(STLOpenWriter(path_.c_str(), false)) {}
-
-void SlabWriter::Add(std::span<const TPoint<double>> points) {
-    if (points.size() != 3) throw IO::STL::XSizeMustBe3();
-    if (waiting_.capacity() == 0) waiting_.reserve(MostWaiting);
-    waiting_.resize(waiting_.size() + StlRecordSize);
-    PutStlRecord(waiting_.data() + waiting_.size() - StlRecordSize, points.data());
-    ++triangles_;
-    if (waiting_.size() == MostWaiting) WriteWaiting();
-}
+SlabWriter::SlabWriter(const std::string& path, std::size_t waiting)
+    : path_(path), file_(STLOpenWriter(path_.c_str(), false)), mostWaiting_(waiting * StlRecordSize) {}
 
 void SlabWriter::WriteWaiting() {
-    if (waiting_.empty()) return;
-    std::fwrite(waiting_.data(), 1, waiting_.size(), file_.get());
-    waiting_.clear();
+    if (next_ != waiting_.get())
+        std::fwrite(waiting_.get(), 1, static_cast<std::size_t>(next_ - waiting_.get()), file_.get());
+    next_ = waiting_.get();
+}
+
+void SlabWriter::MakeRoom() {
+    WriteWaiting();
+    if (waiting_ != nullptr) return;
+    waiting_ = std::make_unique_for_overwrite<char[]>(mostWaiting_);
+    next_ = waiting_.get();
+    end_ = next_ + mostWaiting_;
 }
 
 bool SlabWriter::Finish() {

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
+#include "Facet/StlFile.h"
+#include "Facet/StlRecord.h"
 #include "Geometry/Point.h"
 
 namespace KM {
@@ -15,13 +17,20 @@ namespace KM {
 /// never passes for a whole one.
 class SlabWriter {
 public:
-    /// @param path  a real path; one that cannot be opened leaves the writer without a file
-    explicit SlabWriter(const std::string& path);
+    /// @param path     a real path; one that cannot be opened leaves the writer without a file
+    /// @param waiting  how many triangles are collected before they are written at once, at least 1
+    SlabWriter(const std::string& path, std::size_t waiting);
 
     bool IsOpen() const { return file_ != nullptr; }
 
     /// @throws IO::STL::XSizeMustBe3 if there are not three points
-    void Add(std::span<const TPoint<double>> points);
+    void Add(std::span<const TPoint<double>> points) {
+        if (points.size() != 3) throw IO::STL::XSizeMustBe3();
+        if (next_ == end_) MakeRoom();
+        PutStlRecord(next_, points.data());
+        next_ += StlRecordSize;
+        ++triangles_;
+    }
 
     /// True if a write has failed by now. What still waits to be written can fail later; of a writer that goes without
     /// `Finish` it is not written.
@@ -37,10 +46,14 @@ private:
     };
 
     void WriteWaiting();
+    void MakeRoom();
 
     std::string path_;
     std::unique_ptr<std::FILE, Closer> file_;
-    std::vector<char> waiting_;  ///< records, written many at a time: hundreds of slabs are open side by side
+    std::size_t mostWaiting_;          ///< in bytes
+    std::unique_ptr<char[]> waiting_;  ///< records, written many at a time; null before the first one
+    char* next_ = nullptr;             ///< where the next record goes
+    char* end_ = nullptr;
     std::uint32_t triangles_ = 0;
 };
 

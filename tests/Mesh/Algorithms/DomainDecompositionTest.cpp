@@ -430,6 +430,22 @@ TEST(DomainDecomposition, NumbersThatAreNotFiniteSpareTheOthers) {
     }
 }
 
+TEST(DomainDecomposition, CutPartsThatAreNotFiniteStay) {
+    const Triangle odd{P(0, NaN, 0), P(1, 1, 0), P(4, 0, 0)};
+    const Part part(Triangles{odd});
+    const Texts names = part.Split(2, 1);
+    EXPECT_EQ(Read(names[0]).size(), 3u);
+    EXPECT_EQ(Read(names[1]).size(), 3u);
+    EXPECT_EQ(Read(names[0])[1][1], P(1, 1, 0));
+}
+
+TEST(DomainDecomposition, FullBuffersAreWrittenInOrder) {
+    Triangles triangles;
+    for (int i = 0; i < 5000; ++i) triangles.push_back({P(i, 0, 0), P(i + 0.25, 1, 0), P(i + 0.5, 0, 1)});
+    const Part part(triangles);
+    EXPECT_EQ(Read(part.Split(1, 1)[0]), triangles);
+}
+
 TEST(DomainDecomposition, ExtentBeyondAllNumbersIsRefused) {
     const Part part(std::string("solid\nvertex -1.7e308 0 0 vertex 1.7e308 0 0 vertex 0 1 0\nendsolid\n"));
     LogCapture log;

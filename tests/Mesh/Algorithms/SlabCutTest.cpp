@@ -18,6 +18,12 @@ Outline Cut(const AscendingCorners& triangle, double lo, double hi) {
     return polygon;
 }
 
+AscendingCorners Sorted(Axis axis, const AscendingCorners& corners) {
+    std::vector<double> nine;
+    for (const P& p : corners) nine.insert(nine.end(), {p.X, p.Y, p.Z});
+    return SortedAlong(axis, nine.data());
+}
+
 //        B          in X and Y; C lies beyond the middle, so that levels cut AB and BC in turn
 //      /   \        .
 //    A ------- C
@@ -34,9 +40,7 @@ TEST(SlabCut, SortsAlongItsAxisAndKeepsTheOrderOfEquals) {
                  {&P::X, {one, three, two}, {one, two, three}}, {&P::X, {three, one, two}, {one, two, three}},
                  {&P::Z, {one, three, two}, {one, three, two}}};
     for (const auto& c : cases) {
-        AscendingCorners corners = c.corners;
-        SortAlong(c.axis, corners);
-        EXPECT_EQ(corners, c.sorted);
+        EXPECT_EQ(Sorted(c.axis, c.corners), c.sorted);
     }
 }
 
@@ -82,8 +86,7 @@ TEST(SlabCut, ServesEachAxis) {
 TEST(SlabCut, TakesAnyNumbers) {
     for (unsigned seed = 0; seed < 20000; ++seed) {
         Numbers next(seed);
-        AscendingCorners t{next.HostilePoint(), next.HostilePoint(), next.HostilePoint()};
-        SortAlong(&P::Y, t);
+        const AscendingCorners t = Sorted(&P::Y, {next.HostilePoint(), next.HostilePoint(), next.HostilePoint()});
         const double lo = next.Hostile();
         const double hi = next.Hostile();
         Outline polygon;

@@ -27,9 +27,14 @@ namespace KM {
 ///                           replace the input
 /// @throws XUserAbort        if the user wants to stop; progress goes to the innermost task that runs, if there is one
 ///
-/// The corners of a triangle are sorted along the axis, and written in that order: which side was the outer one is lost.
-/// Where it crosses the limit of a slab it is cut, and what lies in the slab is written as a fan, whose last triangle has no
-/// area. A triangle of which a single point lies in a slab gives that slab triangles without area.
+/// The corners of every triangle, cut or not, are written in ascending order along the axis. The cut takes them so, and slabs
+/// are compared byte for byte from release to release: it stays. The price is that nobody can tell any more which side was the
+/// outer one. The normals in the file belong to the new order; a mesh of a slab falls into many pieces, since neighbours often
+/// run their common edge the same way, which makes no twins, and `FixOrientation` only follows twins. Ask the whole part for
+/// what needs sides or connected pieces: volume, normals, solids. Places, boxes and areas are those of the part.
+///
+/// Where a triangle crosses the limit of a slab it is cut, and what lies in the slab is written as a fan, whose last triangle
+/// has no area. A triangle of which a single point lies in a slab gives that slab triangles without area.
 ///
 /// A file that is cut short, has no triangles, or coordinates that are not finite leaves a `Warning`, and the work goes on
 /// with what can be read; coordinates that are not finite do not count for the box. After a failure the slabs made so far
