@@ -32,7 +32,7 @@ void MeasureExact(Report& report, int segments) {
     GeodesicSearch search(mesh);
     search.Seed(0);
     while (search.Step()) ++windows;
-    const double slotBytes = sizeof(GeodesicWindow) + sizeof(std::int32_t);
+    const double slotBytes = WindowLists::SlotBytes;
     char text[160];
     std::snprintf(text, sizeof text, "%.2f us a node; %.1f windows an edge at %.0f bytes, %.2f of them at one time",
                   report.Seconds(name) * 1e6 / static_cast<double>(mesh.points.size()), windows / (1.5 * triangles),

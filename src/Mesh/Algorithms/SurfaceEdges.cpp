@@ -1,5 +1,7 @@
 #include "SurfaceEdges.h"
 
+#include <algorithm>
+
 #include "Mesh/Core/SafeLinks.h"
 
 namespace KM {
@@ -33,6 +35,7 @@ SurfaceEdges::SurfaceEdges(const PIN& mesh)
         const std::int32_t twin = mesh.edges[e].TE;
         if (Canonical(twin) != -1 && twin < e && IsPair(mesh, e, twin)) canonical_[e] = twin;
         else length_[e] = KM::Length(End(e) - Start(e));
+        longest_ = std::max(longest_, length_[e]);
     }
 }
 

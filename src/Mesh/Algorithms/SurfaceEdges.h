@@ -31,6 +31,8 @@ public:
 
     /// Of a canonical edge.
     double Length(std::int32_t canonical) const { return length_[canonical]; }
+    /// Of all edges; 0 without any. A length that is no number is left out.
+    double LongestLength() const { return longest_; }
 
     std::int32_t Next(std::int32_t e) const { return mesh_.edges[e].NE; }
     std::int32_t Previous(std::int32_t e) const { return Next(Next(e)); }
@@ -41,6 +43,7 @@ private:
     const PIN& mesh_;
     std::vector<std::int32_t> canonical_;
     std::vector<double> length_;  // at canonical edges
+    double longest_ = 0.0;
 };
 
 }  // namespace KM

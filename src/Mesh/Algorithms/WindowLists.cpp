@@ -92,7 +92,7 @@ private:
     void BeginInside(const Overlap& overlap, bool isOldQueued) {
         Pass(overlap.slot);
         const GeodesicWindow O = At(overlap.slot);
-        const std::int32_t next = lists_.next_[overlap.slot];
+        const std::int32_t next = lists_.store_[overlap.slot].next;
         const double end = next == -1 ? lists_.surface_.Length(W_.edge) : At(next).b0;
         if (std::fabs(W_.b1 - end) < EndTolerance) W_.b1 = end;
 
@@ -179,9 +179,9 @@ std::int32_t WindowLists::CompareAll(const GeodesicWindow& window) {
     std::int32_t slot = first_[window.edge];
     while (slot != -1 && window.b0 >= store_[slot].b1) {
         before = slot;
-        slot = next_[slot];
+        slot = store_[slot].next;
     }
-    for (; slot != -1 && store_[slot].b0 < window.b1; slot = next_[slot])
+    for (; slot != -1 && store_[slot].b0 < window.b1; slot = store_[slot].next)
         overlaps_.push_back({slot, CompareWindows(store_[slot], window), false});
     return before;
 }
@@ -221,37 +221,40 @@ std::optional<WindowLists::EndDistances> WindowLists::DistancesAt(std::int32_t e
     std::int32_t slot = first_[edge];
     if (slot == -1) return std::nullopt;
     const double atStart = store_[slot].sigma + store_[slot].d0;
-    while (next_[slot] != -1) slot = next_[slot];
+    while (store_[slot].next != -1) slot = store_[slot].next;
     return EndDistances{atStart, store_[slot].sigma + store_[slot].d1};
 }
 
 /// No point that a queued window lights, or that the light of it will reach later, is nearer to a source than this.
 double WindowLists::LeastPossibleDistance() const {
     double least = std::numeric_limits<double>::infinity();
-    queue_.ForEach([&](std::int32_t slot) {
-        const GeodesicWindow& w = store_[slot];
-        // The nearest point can lie between the ends, half the width away from both.
+    queue_.ForEach([&](const QueuedWindow& queued) {
+        // The nearest point can lie between the ends, half the width away from both. Most windows are too far away for
+        // that to matter, whatever their width, and are not looked up.
+        if (queued.key - surface_.LongestLength() >= least) return;
+        const GeodesicWindow& w = store_[queued.slot];
         least = std::min(least, NearestDistance(w) - 0.5 * (w.b1 - w.b0));
     });
     return least;
 }
 
-/// Between its ends no point of a window is farther than the farther end.
-double WindowLists::FarthestOn(std::int32_t edge) const {
-    double farthest = 0.0;
-    for (std::int32_t slot = first_[edge]; slot != -1; slot = next_[slot])
-        farthest = std::max(farthest, store_[slot].sigma + std::max(store_[slot].d0, store_[slot].d1));
-    return farthest;
+/// Whether all windows of an edge are nearer than this. Between its ends no point of a window is farther than the farther
+/// end.
+bool WindowLists::IsNearer(std::int32_t edge, double distance) const {
+    for (std::int32_t slot = first_[edge]; slot != -1; slot = store_[slot].next)
+        if (store_[slot].sigma + std::max(store_[slot].d0, store_[slot].d1) >= distance) return false;
+    return true;
 }
 
 void WindowLists::Settle() {
     // Rounding must not let a window come to a settled edge that it could have changed.
     const double least = LeastPossibleDistance() * (1.0 - 1e-6);
+    if (!(least > 0.0)) return;
     std::erase_if(open_, [&](std::int32_t edge) {
-        if (!(FarthestOn(edge) < least)) return false;
+        if (!IsNearer(edge, least)) return false;
         const EndDistances distances = *DistancesAt(edge);
         for (std::int32_t slot = first_[edge]; slot != -1;) {
-            const std::int32_t next = next_[slot];
+            const std::int32_t next = store_[slot].next;
             Free(slot);
             slot = next;
         }
@@ -265,12 +268,11 @@ std::int32_t WindowLists::Store(const GeodesicWindow& window) {
     ++windowCount_;
     const std::int32_t slot = free_;
     if (slot != -1) {
-        free_ = next_[slot];
-        store_[slot] = window;
+        free_ = store_[slot].next;
+        static_cast<GeodesicWindow&>(store_[slot]) = window;
         return slot;
     }
-    store_.push_back(window);
-    next_.push_back(-1);
+    store_.push_back({window, -1});
     return static_cast<std::int32_t>(store_.size()) - 1;
 }
 
@@ -279,19 +281,19 @@ void WindowLists::QueueIf(bool isQueued, std::int32_t slot) {
 }
 
 void WindowLists::LinkBehind(std::int32_t before, std::int32_t edge, std::int32_t slot) {
-    std::int32_t& link = before == -1 ? first_[edge] : next_[before];
-    next_[slot] = link;
+    std::int32_t& link = before == -1 ? first_[edge] : store_[before].next;
+    store_[slot].next = link;
     link = slot;
 }
 
 /// The slot becomes free; something stands before it.
 void WindowLists::Unlink(std::int32_t before, std::int32_t slot) {
-    next_[before] = next_[slot];
+    store_[before].next = store_[slot].next;
     Free(slot);
 }
 
 void WindowLists::Free(std::int32_t slot) {
-    next_[slot] = free_;
+    store_[slot].next = free_;
     free_ = slot;
     --windowCount_;
 }

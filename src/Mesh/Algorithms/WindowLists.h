@@ -42,13 +42,14 @@ public:
 
     // The list of a canonical edge: slots, ascending; -1 ends it. A settled edge has none.
     std::int32_t First(std::int32_t edge) const { return IsSettled(edge) ? -1 : first_[edge]; }
-    std::int32_t Next(std::int32_t slot) const { return next_[slot]; }
+    std::int32_t Next(std::int32_t slot) const { return store_[slot].next; }
     const GeodesicWindow& At(std::int32_t slot) const { return store_[slot]; }
 
     bool IsSettled(std::int32_t edge) const { return first_[edge] <= FirstSettled; }
     /// Settles all edges that can be.
     void Settle();
     std::size_t SlotCount() const { return store_.size(); }
+    static constexpr std::size_t SlotBytes = 64;
     std::int32_t MostChanges() const { return mostChanges_; }
 
 private:
@@ -59,6 +60,11 @@ private:
     // So few windows are not worth a search for edges to settle.
     static constexpr std::size_t FewWindows = 4096;
 
+    /// A window and its link share a line of the cache, as lists are mostly walked.
+    struct alignas(SlotBytes) Slot : GeodesicWindow {
+        std::int32_t next = -1;  ///< of a free slot the next free one
+    };
+
     /// An old window that the new one overlaps.
     struct Overlap {
         std::int32_t slot;
@@ -67,7 +73,7 @@ private:
     };
 
     double LeastPossibleDistance() const;
-    double FarthestOn(std::int32_t edge) const;
+    bool IsNearer(std::int32_t edge, double distance) const;
     void InsertFirstWindow(GeodesicWindow window, bool isQueued);
     std::int32_t CompareAll(const GeodesicWindow& window);
     bool MayChange(std::int32_t edge);
@@ -80,8 +86,7 @@ private:
     void Unlink(std::int32_t before, std::int32_t slot);
 
     const SurfaceEdges& surface_;
-    std::vector<GeodesicWindow> store_;
-    std::vector<std::int32_t> next_;   // of each slot; of a free one the next free one
+    std::vector<Slot> store_;
     std::vector<std::int32_t> first_;  // of each canonical edge
     std::vector<std::int32_t> changeCount_;
     std::int32_t mostChanges_;

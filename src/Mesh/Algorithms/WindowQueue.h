@@ -52,10 +52,10 @@ public:
         return true;
     }
 
-    /// Calls `visit(slot)` for all queued windows.
+    /// Calls `visit` for the copies of all queued windows.
     template <class Visit>
     void ForEach(Visit visit) const {
-        for (const QueuedWindow& queued : queue_) visit(queued.slot);
+        for (const QueuedWindow& queued : queue_) visit(queued);
     }
 
     /// Takes the first window out.

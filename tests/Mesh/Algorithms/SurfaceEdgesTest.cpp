@@ -24,6 +24,8 @@ TEST(SurfaceEdges, PairsGoByTheLowerEdge) {
     EXPECT_EQ(surface.Twin(orphan), -1);
     EXPECT_EQ(surface.Canonical(-1), -1);
     EXPECT_EQ(surface.Canonical(6), -1);
+    EXPECT_DOUBLE_EQ(surface.LongestLength(), std::sqrt(2.0));
+    EXPECT_EQ(SurfaceEdges(PIN{}).LongestLength(), 0.0);
 }
 
 TEST(SurfaceEdges, PolygonsAreHoles) {

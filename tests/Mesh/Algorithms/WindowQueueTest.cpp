@@ -38,7 +38,7 @@ TEST(WindowQueue, VisitsAll) {
     WindowQueue queue;
     for (int slot = 0; slot < 5; ++slot) queue.Push(Ordered[slot], slot);
     int sum = 0;
-    queue.ForEach([&](int slot) { sum += slot; });
+    queue.ForEach([&](const QueuedWindow& queued) { sum += queued.slot; });
     EXPECT_EQ(sum, 10);
 }
 
