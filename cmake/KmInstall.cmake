@@ -1,4 +1,5 @@
-# What `cmake --install` gives: headers, libraries, the tool, a CMake package and a pkg-config file.
+# What `cmake --install` gives: headers, libraries, the tool, a CMake package and a pkg-config file. The pages of the tool
+# install themselves where they are made.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS km kmhost EXPORT KMTargets

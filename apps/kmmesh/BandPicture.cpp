@@ -204,7 +204,7 @@ std::string LegendOf(const Bands& bands, bool hasMissing, const std::string& tit
 
 }  // namespace
 
-Option PictureFile() { return {"picture", Kind::Path, "", "SVG file, or folder that is there, for a picture"}; }
+Option PictureFile() { return {"picture", Kind::Path, "", "for a picture: SVG file to write, or existing folder"}; }
 
 Option ViewPoint() { return {"view", Kind::Direction, "2,-3,2", "where one looks from; or x, y, z, -x, -y, -z"}; }
 

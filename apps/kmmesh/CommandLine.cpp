@@ -32,14 +32,14 @@ bool IsRead(const std::string& text, T& value) {
     return error == std::errc() && stop == end;
 }
 
-std::string FaultOfWhole(const std::string& text) {
+std::string FaultOfWhole(const std::string& text, const Range& range) {
     int value = 0;
-    return IsRead(text, value) ? "" : Quoted(text) + " is no whole number";
+    return IsRead(text, value) ? range.FaultOf(value) : Quoted(text) + " is no whole number";
 }
 
-std::string FaultOfNumber(const std::string& text) {
+std::string FaultOfNumber(const std::string& text, const Range& range) {
     double value = 0.0;
-    return IsRead(text, value) ? "" : Quoted(text) + " is no number";
+    return IsRead(text, value) ? range.FaultOf(value) : Quoted(text) + " is no number";
 }
 
 template <auto read>
@@ -50,6 +50,14 @@ std::string FaultOfReading(const std::string& text) {
     } catch (const Failure& failure) {
         return failure.what();
     }
+}
+
+std::string FaultOfNumbers(const std::string& text, const Range& range) {
+    std::string fault = FaultOfReading<NumbersOf>(text);
+    if (!fault.empty()) return fault;
+    for (const double number : NumbersOf(text))
+        if (fault.empty()) fault = range.FaultOf(number);
+    return fault;
 }
 
 std::string FaultOfVerbosity(const std::string& text) {
@@ -143,11 +151,15 @@ private:
         } else {
             CLI::Option& parsed = *app.add_option("--" + option.name, values)->expected(1)->required(option.isNeeded);
             parsed.allow_extra_args(false);  // or the files behind it would be values, too
-            if (option.kind == Kind::Whole) parsed.check(FaultOfWhole);
-            if (option.kind == Kind::Number) parsed.check(FaultOfNumber);
-            if (option.kind == Kind::Numbers) parsed.check(FaultOfReading<NumbersOf>);
+            const auto checkRange = [&](std::string (*faultOf)(const std::string&, const Range&)) {
+                parsed.check([=, range = option.range](const std::string& text) { return faultOf(text, range); });
+            };
+            if (option.kind == Kind::Whole) checkRange(FaultOfWhole);
+            if (option.kind == Kind::Number) checkRange(FaultOfNumber);
+            if (option.kind == Kind::Numbers) checkRange(FaultOfNumbers);
             if (option.kind == Kind::Point) parsed.check(FaultOfReading<PointOf>);
             if (option.kind == Kind::Direction) parsed.check(FaultOfReading<DirectionOf>);
+            if (option.kind == Kind::Axes) parsed.check(FaultOfReading<AxesOf>);
             if (option.kind == Kind::Places) parsed.check(FaultOfReading<PlacesOf>);
             if (option.kind == Kind::Distances) parsed.check(FaultOfDistances);
         }

@@ -74,6 +74,17 @@ Point DirectionOf(const std::string& text) {
     return Unit(direction);
 }
 
+int AxesOf(const std::string& text) {
+    int axes = 0;
+    for (const char letter : text) {
+        const std::size_t k = std::string("xyzXYZ").find(letter);
+        if (k == std::string::npos) throw Failure(Quoted(text), "is not made of the letters x, y and z");
+        axes |= 1 << k % 3;
+    }
+    if (axes == 0) throw Failure(Quoted(text), "names none of x, y and z");
+    return axes;
+}
+
 std::vector<Place> PlacesOf(const std::string& text) {
     std::vector<Place> places;
     for (const std::string& word : WordsOf(text)) places.push_back(PlaceOf(word));

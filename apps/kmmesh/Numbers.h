@@ -19,6 +19,9 @@ TPoint<double> PointOf(const std::string& text);
 /// Of unit length, from three numbers that are not all zero, or from one of x, y, z, -x, -y and -z.
 TPoint<double> DirectionOf(const std::string& text);
 
+/// One or several of x, y and z, as in "xz", as the sum of 1, 2 and 4 that the library takes.
+int AxesOf(const std::string& text);
+
 /// A place on a part: a node, or what is nearest to a point.
 struct Place {
     int node = -1;  ///< -1 if the point counts

@@ -10,9 +10,9 @@ namespace KM::Tool {
 
 namespace fs = std::filesystem;
 
-Option OutputPath() { return {"out", Kind::Path, "", "the file to write, or a folder that is there", true}; }
+Option OutputPath() { return {"out", Kind::Path, "", "file to write, or existing folder", true}; }
 
-Option AsText() { return {"text", Kind::Switch, "N", "STL as text, with six decimals; otherwise binary"}; }
+Option AsText() { return {"text", Kind::Switch, "N", "STL as text, with six decimals; else binary"}; }
 
 std::vector<std::string> TargetsOf(const std::vector<std::string>& files, const std::string& out,
                                    const std::string& ending) {

@@ -63,18 +63,20 @@ void AddTexts(const std::string& key, std::vector<std::string>& texts) {
 
 const KindNames& NamesOf(Kind kind) {
     static constexpr KindNames names[] = {
-        {"Bool", ""},                // Switch
-        {"Int32", " N"},             // Whole
-        {"Real64", " N"},            // Number
-        {"String", " LIST"},         // Numbers
-        {"String", " X,Y,Z"},        // Point
-        {"String", " X,Y,Z"},        // Direction
-        {"String", " PLACES"},       // Places
-        {"String", " LIST"},         // Distances
-        {"String", " TEXT"},         // Text
-        {"String", " PATH"},         // Path
-        {"String", "FILE..."},       // Files
-        {"String", "EXPRESSION..."}  // Expressions
+        {"Bool", ""},                               // Switch
+        {"Int32", " N"},                            // Whole
+        {"Real64", " N"},                           // Number
+        {"String", " LIST"},                        // Numbers
+        {"String", " X,Y,Z"},                       // Point
+        {"String", " X,Y,Z", "x y z -x -y -z"},     // Direction
+        {"String", " AXES", "x y z xy xz yz xyz"},  // Axes
+        {"String", " PLACES"},                      // Places
+        {"String", " LIST"},                        // Distances
+        {"String", " TEXT"},                        // Text
+        {"String", " PATH"},                        // Path
+        {"String", " FILE.xml"},                    // Configuration
+        {"String", "FILE..."},                      // Files
+        {"String", "EXPRESSION..."}                 // Expressions
     };
     return names[static_cast<std::size_t>(kind)];
 }
@@ -100,8 +102,17 @@ std::string Verb::SettingOf(const std::string& option) const {
 Option InputFiles() { return {"files", Kind::Files, "", "STL files, text or binary"}; }
 
 bool Values::IsOn(const std::string& option) const { return Settings::ToBool(verb_.SettingOf(option)); }
-int Values::Whole(const std::string& option) const { return Settings::ToInt(verb_.SettingOf(option)); }
-double Values::Number(const std::string& option) const { return Settings::ToDouble(verb_.SettingOf(option)); }
+int Values::Whole(const std::string& option) const { return InRange(option, Settings::ToInt(verb_.SettingOf(option))); }
+double Values::Number(const std::string& option) const {
+    return InRange(option, Settings::ToDouble(verb_.SettingOf(option)));
+}
+
+template <class T>
+T Values::InRange(const std::string& option, T number) const {
+    const std::string fault = verb_.At(option).range.FaultOf(number);
+    if (!fault.empty()) throw Failure(verb_.SettingOf(option), fault);
+    return number;
+}
 
 template <class Read>
 auto Values::Fitting(const std::string& option, Read read) const {
@@ -116,9 +127,14 @@ auto Values::Fitting(const std::string& option, Read read) const {
 std::vector<double> Values::Distances(const std::string& option, double diagonal) const {
     return Fitting(option, [&](const std::string& text) { return DistancesOf(text, diagonal); });
 }
-std::vector<double> Values::Numbers(const std::string& option) const { return Fitting(option, NumbersOf); }
+std::vector<double> Values::Numbers(const std::string& option) const {
+    const std::vector<double> numbers = Fitting(option, NumbersOf);
+    for (const double number : numbers) InRange(option, number);
+    return numbers;
+}
 TPoint<double> Values::Point(const std::string& option) const { return Fitting(option, PointOf); }
 TPoint<double> Values::Direction(const std::string& option) const { return Fitting(option, DirectionOf); }
+int Values::Axes(const std::string& option) const { return Fitting(option, AxesOf); }
 std::vector<Place> Values::Places(const std::string& option) const { return Fitting(option, PlacesOf); }
 
 std::string Values::Text(const std::string& option) const {

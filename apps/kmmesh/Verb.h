@@ -4,11 +4,27 @@
 #include <vector>
 
 #include "Numbers.h"
+#include "Range.h"
 
 namespace KM::Tool {
 
 /// How the value of an option is written, checked and read.
-enum class Kind { Switch, Whole, Number, Numbers, Point, Direction, Places, Distances, Text, Path, Files, Expressions };
+enum class Kind {
+    Switch,
+    Whole,
+    Number,
+    Numbers,
+    Point,
+    Direction,
+    Axes,
+    Places,
+    Distances,
+    Text,
+    Path,
+    Configuration,
+    Files,
+    Expressions
+};
 
 /// Whether the values stand on the command line by themselves, without the name of the option.
 constexpr bool IsPositional(Kind kind) { return kind == Kind::Files || kind == Kind::Expressions; }
@@ -17,6 +33,7 @@ constexpr bool IsPositional(Kind kind) { return kind == Kind::Files || kind == K
 struct KindNames {
     const char* type;
     const char* placeholder;
+    const char* words = "";  ///< usual values, with blanks between them, which a shell completes
 };
 const KindNames& NamesOf(Kind kind);
 
@@ -28,6 +45,7 @@ struct Option {
     std::string defaultValue;
     std::string help;
     bool isNeeded = false;  ///< of a text or a path: it has no default and must be given
+    Range range = {};       ///< of a number, or of each of several
 };
 
 class Values;
@@ -63,16 +81,18 @@ public:
     explicit Values(const Verb& verb) : verb_(verb) {}
 
     bool IsOn(const std::string& option) const;
+    // @throws Failure  when the number is out of the range of the option
     int Whole(const std::string& option) const;
     double Number(const std::string& option) const;
     /// Ascending, in units of a part with this diagonal; see Distances.h.
     /// @throws Failure  when the text does not fit
     std::vector<double> Distances(const std::string& option, double diagonal) const;
     // See Numbers.h.
-    // @throws Failure  when the text does not fit
+    // @throws Failure  when the text does not fit, or a number is out of the range of the option
     std::vector<double> Numbers(const std::string& option) const;
     TPoint<double> Point(const std::string& option) const;
     TPoint<double> Direction(const std::string& option) const;
+    int Axes(const std::string& option) const;
     std::vector<Place> Places(const std::string& option) const;
     /// Of a text or a path.
     /// @throws Failure  when it is needed and empty
@@ -91,6 +111,9 @@ private:
     /// What `read` makes of the text; its failures get the name of the setting in front.
     template <class Read>
     auto Fitting(const std::string& option, Read read) const;
+    /// The number, if the option takes it.
+    template <class T>
+    T InRange(const std::string& option, T number) const;
 
     const Verb& verb_;
 };

@@ -4,7 +4,6 @@
 #include <numbers>
 
 #include "BandPicture.h"
-#include "Failure.h"
 #include "LongTask.h"
 #include "Mesh/Algorithms/DirectionAnalysis.h"
 #include "Output.h"
@@ -24,10 +23,7 @@ const std::vector<std::array<double, 3>> Ramp = {
     {180, 225, 140}, {120, 195, 130}, {70, 165, 125}, {40, 135, 120}, {32, 100, 120}, {24, 66, 120}};
 
 /// The limits on both sides of 0, from -90 to 90.
-std::vector<double> BothSides(std::vector<double> limits, const std::string& setting) {
-    for (const double limit : limits)
-        if (!(limit > 0.0 && limit < 90.0))
-            throw Failure(setting, Format("%g is no angle between 0 and 90 degrees", limit));
+std::vector<double> BothSides(std::vector<double> limits) {
     limits.push_back(90.0);
     std::sort(limits.begin(), limits.end());
     limits.erase(std::unique(limits.begin(), limits.end()), limits.end());
@@ -80,7 +76,7 @@ std::string SummaryOf(const ValuedTriangles& triangles, const Bands& bands, cons
 void Run(const Values& values) {
     const std::vector<std::string> files = values.Files("files");
     const Point direction = values.Direction("direction");
-    const Bands bands{BothSides(values.Numbers("limits"), values.SettingOf("limits")), "angle, degrees", "", Ramp};
+    const Bands bands{BothSides(values.Numbers("limits")), "angle, degrees", "", Ramp};
     const std::string picture = values.Text("picture");
     const Point view = values.Direction("view");
     const std::vector<std::string> pictures =
@@ -100,14 +96,15 @@ void Run(const Values& values) {
     }
 }
 
-const Verb verb{"draft",
-                "angles of the surface to a direction, and their areas",
-                {InputFiles(),
-                 {"direction", Kind::Direction, "z", "the direction; or x, y, z, -x, -y, -z"},
-                 {"limits", Kind::Numbers, "1,3,5,10,30,60", "of the bands, degrees between 0 and 90"},
-                 PictureFile(),
-                 ViewPoint()},
-                Run};
+const Verb verb{
+    "draft",
+    "measures angles of the surface to a direction, with areas",
+    {InputFiles(),
+     {"direction", Kind::Direction, "z", "the direction; or x, y, z, -x, -y, -z"},
+     {"limits", Kind::Numbers, "1,3,5,10,30,60", "of the bands, degrees between 0 and 90", false, {0, 90, false}},
+     PictureFile(),
+     ViewPoint()},
+    Run};
 const Entry<verb> entry;
 
 }  // namespace

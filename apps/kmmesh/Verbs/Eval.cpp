@@ -64,8 +64,8 @@ void Run(const Values& values) {
 
 const Verb verb{"eval",
                 "evaluates expressions, also from files or at a prompt",
-                {{"expressions", Kind::Expressions, "", "one by one, or files; otherwise standard input"},
-                 {"exact", Kind::Switch, "N", "numbers with all their digits; otherwise six"},
+                {{"expressions", Kind::Expressions, "", "one by one, or files; else standard input"},
+                 {"exact", Kind::Switch, "N", "numbers with all their digits; else six"},
                  {"list", Kind::Switch, "N", "the names that can be used, with their help"}},
                 Run};
 const Entry<verb> entry;

@@ -109,11 +109,13 @@ void Run(const Values& values) {
         RunFile(files[i], targets[i], values, static_cast<double>(i) / count, static_cast<double>(i + 1) / count);
 }
 
-const Verb verb{
-    "fill",
-    "closes holes, and tells which and which not",
-    {InputFiles(), {"edges", Kind::Whole, "100", "the most edges a hole may have; -1 for any"}, OutputPath(), AsText()},
-    Run};
+const Verb verb{"fill",
+                "closes holes, and tells which and which not",
+                {InputFiles(),
+                 {"edges", Kind::Whole, "100", "the most edges a hole may have; -1 for any", false, {-1}},
+                 OutputPath(),
+                 AsText()},
+                Run};
 const Entry<verb> entry;
 
 }  // namespace

@@ -143,8 +143,6 @@ void Run(const Values& values) {
     const std::string picture = values.Text("picture");
     const Point view = values.Direction("view");
     const int bandCount = values.Whole("bands");
-    if (bandCount < 1 || bandCount > 100)
-        throw Failure(values.SettingOf("bands"), std::to_string(bandCount) + " is not from 1 to 100");
     if (files.size() > 1) throw Failure(files[1], "is one file too many; nodes are those of one part");
     const std::string& file = files.front();
 
@@ -175,14 +173,14 @@ void Run(const Values& values) {
 }
 
 const Verb verb{"geodesic",
-                "distances over the surface, as text and as a picture",
+                "measures distances over the surface, as text and picture",
                 {InputFiles(),
                  {"from", Kind::Places, "", "sources: nodes, or points; \"12 0,5,30\" is both", true},
                  {"dijkstra", Kind::Switch, "N", "along edges: too long, and far quicker"},
-                 {"out", Kind::Path, "", "file, or folder that is there, for the distances"},
+                 {"out", Kind::Path, "", "for the distances: file to write, or existing folder"},
                  PictureFile(),
                  ViewPoint(),
-                 {"bands", Kind::Whole, "10", "about how many bands, 1 to 100"}},
+                 {"bands", Kind::Whole, "10", "about how many bands, from 1 to 100", false, {1, 100}}},
                 Run};
 const Entry<verb> entry;
 

@@ -18,7 +18,7 @@ void Run(const Values& values) {
     }
 }
 
-const Verb verb{"info", "counts, extents, boundaries, solids, faults, area, volume", {InputFiles()}, Run};
+const Verb verb{"info", "measures parts: extents, boundaries, solids, faults, volume", {InputFiles()}, Run};
 const Entry<verb> entry;
 
 }  // namespace

@@ -85,7 +85,7 @@ void Run(const Values& values) {
 }
 
 const Verb verb{"lods",
-                "levels of detail: one STL file each, and the level stream",
+                "makes levels of detail: STL files, and the level stream",
                 {InputFiles(),
                  {"tolerances", Kind::Distances, "0,0.01%,0.05%,0.2%,1%", "lengths, or shares of the diagonal"},
                  {"out", Kind::Path, ".", "folder for NAME.level1.stl ... and NAME.levels.bin"},

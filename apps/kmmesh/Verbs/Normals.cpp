@@ -51,10 +51,10 @@ void Run(const Values& values) {
 }
 
 const Verb verb{"normals",
-                "a normal vector for each node, as text",
+                "lists a normal vector for each node, as text",
                 {InputFiles(),
-                 {"weighted", Kind::Switch, "N", "triangles count with their area seen along Z"},
-                 {"out", Kind::Path, "", "file, or folder that is there; else standard output"}},
+                 {"weighted", Kind::Switch, "N", "triangles count with their area seen along z"},
+                 {"out", Kind::Path, "", "file to write, or existing folder; else standard output"}},
                 Run};
 const Entry<verb> entry;
 

@@ -35,8 +35,8 @@ void Run(const Values& values) {
 }
 
 const Verb verb{"settings",
-                "all settings, defaults and help, as a configuration file",
-                {{"out", Kind::Path, "", "the XML file to write; otherwise standard output"}},
+                "writes all settings, defaults and help as a configuration",
+                {{"out", Kind::Path, "", "XML file to write; else standard output"}},
                 Run};
 const Entry<verb> entry;
 

@@ -1,6 +1,5 @@
 #include <unistd.h>
 
-#include <cmath>
 #include <filesystem>
 
 #include "Facet/StlCheck.h"
@@ -22,35 +21,14 @@ namespace fs = std::filesystem;
 std::string StemOf(const std::string& file) { return fs::path(file).stem().string(); }
 
 /// A slip of the keyboard shall not fill a folder: more files than these are seldom open side by side.
-constexpr int MostDomains = 10000;
+constexpr int MostSlabs = 10000;
 
 /// How a part is to be split.
 struct Cuts {
-    int domains;
+    int slabs;
     int axes;
     double overlap;
 };
-
-/// "xz" as the sum that the library takes.
-int AxesOf(const std::string& letters) {
-    int axes = 0;
-    for (const char letter : letters) {
-        const std::size_t k = std::string("xyzXYZ").find(letter);
-        if (k == std::string::npos) throw Failure("axes", "\"" + letters + "\": is not made of the letters x, y and z");
-        axes |= 1 << k % 3;
-    }
-    if (axes == 0) throw Failure("axes", "names none of x, y and z");
-    return axes;
-}
-
-Cuts CutsOf(const Values& values) {
-    const Cuts cuts{values.Whole("domains"), AxesOf(values.Text("axes")), values.Number("overlap")};
-    if (cuts.domains < 1 || cuts.domains > MostDomains)
-        throw Failure("domains",
-                      std::to_string(cuts.domains) + " is no number of slabs from 1 to " + std::to_string(MostDomains));
-    if (!(cuts.overlap >= 0.0 && std::isfinite(cuts.overlap))) throw Failure("overlap", "is no length");
-    return cuts;
-}
 
 /// A folder in that of the slabs, so that they appear all at once, whole, or not at all. It goes with all that is in it.
 class Workshop {
@@ -81,11 +59,11 @@ private:
 std::vector<std::string> Made(const std::string& file, const std::string& base, const Cuts& cuts) {
     LongTask task("Splitting", 1.0);  // the library reports to it
     try {
-        return DomainDecomposition(file, cuts.domains, cuts.axes, cuts.overlap, base);
+        return DomainDecomposition(file, cuts.slabs, cuts.axes, cuts.overlap, base);
     } catch (const IO::XFileIOError&) {
         throw Failure(file, "could not be split: it cannot be read to its end, is too large, or the disk is full");
     } catch (int) {
-        throw Failure(file, "could not be split: " + Count(cuts.domains, "file") + " cannot be open side by side");
+        throw Failure(file, "could not be split: " + Count(cuts.slabs, "file") + " cannot be open side by side");
     }
 }
 
@@ -118,7 +96,7 @@ void RunFile(const std::string& file, const std::string& out, const Cuts& cuts) 
 
 void Run(const Values& values) {
     const std::vector<std::string> files = values.Files("files");
-    const Cuts cuts = CutsOf(values);
+    const Cuts cuts{values.Whole("slabs"), values.Axes("axes"), values.Number("overlap")};
     CheckOutputsDiffer(files, StemOf);
     double done = 0.0;
     for (const std::string& file : files) {
@@ -130,9 +108,9 @@ void Run(const Values& values) {
 const Verb verb{"split",
                 "splits STL files of any size into slabs along an axis",
                 {InputFiles(),
-                 {"domains", Kind::Whole, "2", "number of slabs, of equal thickness"},
-                 {"axes", Kind::Text, "xyz", "axes allowed; the one of greatest extent is taken"},
-                 {"overlap", Kind::Number, "0", "length by which each slab grows, on both sides"},
+                 {"slabs", Kind::Whole, "2", "number of slabs, of equal thickness", false, {1, MostSlabs}},
+                 {"axes", Kind::Axes, "xyz", "axes allowed; the one of greatest extent is taken"},
+                 {"overlap", Kind::Number, "0", "length by which each slab grows, on both sides", false, {0}},
                  {"out", Kind::Path, ".", "folder for NAME.X[1 of 2].stl ..."}},
                 Run};
 const Entry<verb> entry;

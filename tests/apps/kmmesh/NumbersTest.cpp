@@ -38,6 +38,13 @@ TEST(DirectionOf, HasUnitLength) {
         EXPECT_THROW(DirectionOf(text), Failure) << text;
 }
 
+TEST(AxesOf, AddsUpLetters) {
+    EXPECT_EQ(AxesOf("x"), 1);
+    EXPECT_EQ(AxesOf("Zy"), 6);
+    EXPECT_EQ(AxesOf("xyzx"), 7);
+    for (const char* text : {"", "w", "x y", "x,y"}) EXPECT_THROW(AxesOf(text), Failure) << text;
+}
+
 TEST(PlacesOf, TellsNodesFromPoints) {
     const std::vector<Place> places = PlacesOf("12  10,0,2.5 0");
     ASSERT_EQ(places.size(), 3u);

@@ -16,7 +16,8 @@ const Verb Probe{"two-words",
                  "does nothing",
                  {InputFiles(),
                   {"whole-number", Kind::Whole, "7", ""},
-                  {"ratio", Kind::Number, "0.5", ""},
+                  {"ratio", Kind::Number, "0.5", "", false, {0}},
+                  {"angles", Kind::Numbers, "1", "", false, {0, 90, false}},
                   {"on", Kind::Switch, "N", ""},
                   {"title", Kind::Text, "", "", true},
                   {"levels", Kind::Distances, "25%,1", ""}},
@@ -52,6 +53,19 @@ TEST(Values, AreReadByKind) {
         FAIL();
     } catch (const Failure& failure) {
         EXPECT_TRUE(std::string(failure.what()).starts_with("Actions.Mesh.TwoWords.Levels: \"x\": is neither "));
+    }
+}
+
+TEST(Values, RefuseNumbersOutOfRange) {
+    const Values values(Probe);
+    Set("ratio", "-1");
+    EXPECT_THROW(values.Number("ratio"), Failure);
+    Set("angles", "1 90");
+    try {
+        values.Numbers("angles");
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_STREQ(failure.what(), "Actions.Mesh.TwoWords.Angles: 90 is not between 0 and 90");
     }
 }
 

@@ -68,8 +68,8 @@ TEST(Draft, RefusesWhatDoesNotFit) {
         {"--direction", "up", 4, "--direction: \"up\": is no number; see kmmesh draft --help"},
         {"--direction", "0,0,0", 4, "--direction: \"0,0,0\": is no direction; see kmmesh draft --help"},
         {"--limits", "steep", 4, "--limits: \"steep\": is no number; see kmmesh draft --help"},
-        {"--limits", "5,90", 9, "Actions.Mesh.Draft.Limits: 90 is no angle between 0 and 90 degrees"},
-        {"--limits", "0", 9, "Actions.Mesh.Draft.Limits: 0 is no angle between 0 and 90 degrees"},
+        {"--limits", "5,90", 4, "--limits: 90 is not between 0 and 90; see kmmesh draft --help"},
+        {"--limits", "0", 4, "--limits: 0 is not between 0 and 90; see kmmesh draft --help"},
     };
     for (const auto& [option, value, exitCode, why] : refused) {
         const ToolResult result = tool.Run({"draft", "cube.stl", option, value});

@@ -130,7 +130,7 @@ TEST(Geodesic, RefusesWhatDoesNotFit) {
          "geodesic --help"},
         {{"--from", "0", "--view", "0,0,0"}, 4, "--view: \"0,0,0\": is no direction; see kmmesh geodesic --help"},
         {{"--from", "0", "--bands", "x"}, 4, "--bands: \"x\" is no whole number; see kmmesh geodesic --help"},
-        {{"--from", "0", "--bands", "0"}, 9, "Actions.Mesh.Geodesic.Bands: 0 is not from 1 to 100"},
+        {{"--from", "0", "--bands", "0"}, 4, "--bands: 0 is not from 1 to 100; see kmmesh geodesic --help"},
         {{"--from", "0 8"}, 9, (tool.folder / "cube.stl") + ": has no node 8; the last one is 7"},
         {{"--from", "0", "cube.stl"},
          9,

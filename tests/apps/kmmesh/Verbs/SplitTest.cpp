@@ -26,7 +26,7 @@ TEST(Split, WritesSlabsAndSaysWhatTheyHold) {
 TEST(Split, TakesItsOptions) {
     const ToolRun tool;
     tool.folder.Write("a.stl", SphereStl());
-    EXPECT_EQ(tool.Run({"split", "a.stl", "--domains", "11", "--axes", "z", "--overlap", "0.1", "--out", "new/slabs"})
+    EXPECT_EQ(tool.Run({"split", "a.stl", "--slabs", "11", "--axes", "z", "--overlap", "0.1", "--out", "new/slabs"})
                   .exitCode,
               0);
     EXPECT_TRUE(tool.folder.Has("new/slabs/a.Z[01 of 11].stl") && tool.folder.Has("new/slabs/a.Z[11 of 11].stl"));
@@ -41,9 +41,9 @@ TEST(Split, RefusesWhatDoesNotFit) {
     const ToolRun tool;
     tool.folder.Write("a.stl", SphereStl());
     for (const Names& options :
-         {Names{"--domains", "0"}, {"--axes", "w"}, {"--domains", "2000000000"}, {"--overlap", "-1"}}) {
+         {Names{"--slabs", "0"}, {"--axes", "w"}, {"--slabs", "2000000000"}, {"--overlap", "-1"}}) {
         const ToolResult result = tool.Run({"split", "a.stl", options[0], options[1]});
-        EXPECT_NE(result.exitCode, 0) << options[0];
+        EXPECT_EQ(result.exitCode, 4) << options[0];
         EXPECT_EQ(Lines(result.errors).size(), 1u) << result.errors;
         EXPECT_EQ(tool.folder.Names(), Names{"a.stl"});
     }
@@ -72,7 +72,7 @@ TEST(Split, LeavesNothingBehindAFailure) {
 TEST(Split, RepeatsARunThatWasKept) {
     const ToolRun tool;
     tool.folder.Write("a.stl", SphereStl());
-    EXPECT_EQ(tool.Run({"split", "a.stl", "--domains", "3", "--save", "job.xml"}).exitCode, 0);
+    EXPECT_EQ(tool.Run({"split", "a.stl", "--slabs", "3", "--save", "job.xml"}).exitCode, 0);
     std::filesystem::remove(tool.folder / "a.Y[2 of 3].stl");
     EXPECT_EQ(tool.Run({"job.xml"}).exitCode, 0);
     EXPECT_TRUE(tool.folder.Has("a.Y[2 of 3].stl"));
