@@ -34,14 +34,6 @@ void FlagLoop(const PIN& mesh, int edge, Flags& visited) {
     for (int e = edge; IsAliveEdge(mesh, e) && !visited[e]; e = mesh.edges[e].NE) visited[e] = 1;
 }
 
-/// The edge behind the edge behind `edge`, or -1.
-int ThirdEdge(const PIN& mesh, int edge) {
-    const int next = mesh.edges[edge].NE;
-    if (!IsAliveEdge(mesh, next)) return -1;
-    const int third = mesh.edges[next].NE;
-    return IsAliveEdge(mesh, third) ? third : -1;
-}
-
 }  // namespace
 
 std::vector<int> Loop(const PIN& mesh, int edge) {
@@ -91,8 +83,7 @@ std::vector<int> CollectNonTriangularLoops(const PIN& mesh) {
     Flags visited(mesh.edges.size(), 0);
     for (int i = 0; i < static_cast<int>(mesh.edges.size()); ++i) {
         if (visited[i] || mesh.edges[i].NE == -1) continue;
-        const int third = ThirdEdge(mesh, i);
-        if (third == -1 || mesh.edges[third].NE != i) found.push_back(i);
+        if (ThirdOfTriangle(mesh, i) == -1) found.push_back(i);
         FlagLoop(mesh, i, visited);
     }
     return found;
