@@ -15,6 +15,15 @@ namespace {
 
 using P = TPoint<double>;
 
+double Circumradius(const P& A, const P& B, const P& C) { return Length(Circle3P3D(A, B, C) - A); }
+P Normal(const P& A, const P& B, const P& C) { return SafeUnit(Cross(B - A, C - A)); }
+
+/// A fold back makes a small angle, and a high cost.
+double CostOf(const P& A, const P& B, const P& C, const P& normal) {
+    const double cost = Circumradius(A, B, C) / ClampedAngle(normal, Normal(A, B, C), IsZero);
+    return std::isnan(cost) ? std::numeric_limits<double>::infinity() : cost;
+}
+
 }  // namespace
 
 Front::Front(std::vector<int>& triangles, const std::vector<P>& points, const std::vector<std::vector<int>>& neighbours)
@@ -57,12 +66,6 @@ const std::vector<int>& Front::NeighboursOf(int node) const {
 bool Front::IsOnTriangularHole(int edge) {
     return LoopLength(edge) == 3 && !HasTriangle(Start(edge), End(edge), Start(Previous(edge)));
 }
-
-double Front::Circumradius(int a, int b, int c) const {
-    return Length(Circle3P3D(points_[a], points_[b], points_[c]) - points_[a]);
-}
-
-P Front::Normal(int a, int b, int c) const { return SafeUnit(Cross(points_[b] - points_[a], points_[c] - points_[a])); }
 
 int Front::NewLoop() {
     loopLengths_.push_back(0);
@@ -127,9 +130,11 @@ void Front::CollectCandidates(int edge) {
     if (IsFull(a, b)) return;
     FindNodesAround(a, b);
     costs_.clear();
-    const P normal = Normal(a, b, edges_[edge].third);
+    const P& A = points_[a];
+    const P& B = points_[b];
+    const P normal = Normal(A, B, points_[edges_[edge].third]);
     for (const int c : nodes_)
-        if (CanJoin(c, a, b, edges_[edge].third)) costs_.push_back({CostOf(a, b, c, normal), c});
+        if (CanJoin(c, a, b, edges_[edge].third)) costs_.push_back({CostOf(A, B, points_[c], normal), c});
     std::sort(costs_.begin(), costs_.end());
 
     constexpr std::size_t most = 15;
@@ -154,11 +159,6 @@ bool Front::CanJoin(int c, int a, int b, int third) const {
     if (!isUsed_[c]) return true;  // no triangle has it
     if (frontAt_[c] == None) return false;
     return !IsFull(c, a) && !IsFull(c, b) && !HasTriangle(c, a, b);
-}
-
-double Front::CostOf(int a, int b, int c, const P& normal) const {
-    const double cost = Circumradius(a, b, c) / ClampedAngle(normal, Normal(a, b, c), IsZero);
-    return std::isnan(cost) ? std::numeric_limits<double>::infinity() : cost;
 }
 
 void Front::JoinNode(int c, int edge, int third) {
@@ -257,8 +257,8 @@ void Front::JoinFronts(int c, int edge, int other, bool isSplit) {
     }
     Renumber(toNode, edges_[toNode].loop);
 
-    const double ahead = Circumradius(Start(toNode), c, End(other));
-    const double behind = Circumradius(Start(before), c, End(fromNode));
+    const double ahead = Circumradius(points_[Start(toNode)], points_[c], points_[End(other)]);
+    const double behind = Circumradius(points_[Start(before)], points_[c], points_[End(fromNode)]);
     // What is left at the node is one of two edges; filling a corner takes the node's entry away.
     if (!(behind > ahead)) {
         JoinNode(Start(before), fromNode, None);

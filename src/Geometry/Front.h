@@ -63,9 +63,6 @@ private:
     /// True for an edge of a loop of three that is a hole, and not the other side of a triangle.
     bool IsOnTriangularHole(int edge);
 
-    double Circumradius(int a, int b, int c) const;
-    TPoint<double> Normal(int a, int b, int c) const;
-
     int NewLoop();
     int NewEdge(int start, int third, int loop);
     void Link(int edge, int next);
@@ -81,8 +78,6 @@ private:
     /// All neighbours of two nodes, ascending.
     void FindNodesAround(int a, int b);
     bool CanJoin(int c, int a, int b, int third) const;
-    /// A fold back makes a small angle, and a high cost.
-    double CostOf(int a, int b, int c, const TPoint<double>& normal) const;
 
     void JoinNode(int c, int edge, int third);
     /// Fills the corner between an edge and its next.
