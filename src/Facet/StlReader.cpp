@@ -19,7 +19,8 @@ constexpr std::size_t LineSize = 256;  // with the closing zero
 
 bool IsHigh(char c) { return (static_cast<unsigned char>(c) & 0x80u) != 0; }
 
-// A file is read from its start three times, which a pipe cannot do, and to its end, which some devices do not have.
+// A file is read from its start three times, which a pipe cannot do, and to its end, which some devices do not have. The
+// name is taken as `fopen` takes it; for the framework's own files a back-slash would be a slash.
 bool IsPlainFile(const char* name) {
     std::error_code ignored;
     return std::filesystem::is_regular_file(name, ignored);

@@ -1,5 +1,7 @@
 #include "Facet/StripLoops.h"
 
+#include "Mesh/Core/SafeLinks.h"
+
 namespace KM {
 
 std::optional<SlotTriangles> SlotTriangles::Of(const std::vector<Edge>& edges) {
@@ -10,7 +12,7 @@ std::optional<SlotTriangles> SlotTriangles::Of(const std::vector<Edge>& edges) {
     triangles.states_.resize(edges.size() / 3);
     for (int e = 0; e < count; e += 3) {
         const Edge* slots = &edges[e];
-        const bool isDead = slots[0].NE == -1 && slots[1].NE == -1 && slots[2].NE == -1;
+        const bool isDead = IsMarkedDead(slots[0]) && IsMarkedDead(slots[1]) && IsMarkedDead(slots[2]);
         if (!isDead && (slots[0].NE != e + 1 || slots[1].NE != e + 2 || slots[2].NE != e)) return std::nullopt;
         triangles.states_[Triangle(e)] = isDead ? State::Dead : State::Free;
         for (int k = 0; k < 3; ++k) {

@@ -97,10 +97,7 @@ private:
 };
 
 /// True where no product of differences can overflow, so that no test gives a NaN.
-bool IsTame(const Outline::Vertex& p) {
-    constexpr double most = 1e150;
-    return std::fabs(p.X) <= most && std::fabs(p.Y) <= most;
-}
+bool IsTame(const Outline::Vertex& p) { return IsWithin(p, 1e150); }
 
 /// True if all coordinates, where they are tame, are multiples of one step, and so few of it that differences, products
 /// and areas are exact: outlines on a grid of pixels, or of quarters of a millimetre.

@@ -20,7 +20,7 @@ public:
 
     Lane(const TPoint<double>& a, const TPoint<double>& b) {
         const double length = std::sqrt(DistanceSquaredInXY(a, b));
-        if (!IsTame(a) || !IsTame(b) || length < 1e-100) return;
+        if (!HasOffset(a) || !HasOffset(b) || length < 1e-100) return;
         dx_ = (b.X - a.X) / length;
         dy_ = (b.Y - a.Y) / length;
         least_ = most_ = Offset(a);
@@ -28,7 +28,7 @@ public:
     }
 
     void Add(const TPoint<double>& p) {
-        if (!IsTame(p)) {
+        if (!HasOffset(p)) {
             *this = Lane();
             return;
         }
@@ -40,7 +40,7 @@ public:
     /// True if both points lie on one side of the lane, so far off that neither rounding nor the steps by which `IntSegmSegm`
     /// parts common ends bridge the gap.
     bool IsOff(const TPoint<double>& a, const TPoint<double>& b) const {
-        if (!IsTame(a) || !IsTame(b)) return false;
+        if (!HasOffset(a) || !HasOffset(b)) return false;
         const double offsetA = Offset(a);
         const double offsetB = Offset(b);
         const double reach = std::max({std::fabs(a.X), std::fabs(a.Y), std::fabs(b.X), std::fabs(b.Y)});
@@ -50,7 +50,7 @@ public:
 
 private:
     // Beyond that, and where a number is none, sums and differences could be none.
-    static bool IsTame(const TPoint<double>& p) { return std::fabs(p.X) <= 1e100 && std::fabs(p.Y) <= 1e100; }
+    static bool HasOffset(const TPoint<double>& p) { return IsWithin(p, 1e100); }
     double Offset(const TPoint<double>& p) const { return p.Y * dx_ - p.X * dy_; }
 
     double dx_ = 0.0;
@@ -106,14 +106,14 @@ public:
     OutlineIndex(const std::vector<TPoint<double>>& outline, std::size_t most)
         : outline_(outline),
           leaves_(std::bit_ceil(most / LeafSize + 1)),
-          boxes_(2 * leaves_, Nowhere),
+          boxes_(2 * leaves_, EmptyBox),
           lanes_(2 * leaves_) {}
 
     /// To be told after each new point; points may have been cut off before.
     void TakeLastSegment() {
         const std::size_t last = outline_.size() - 2;
         std::size_t node = leaves_ + last / LeafSize;
-        PlaneBox box = Nowhere;
+        PlaneBox box = EmptyBox;
         for (std::size_t j = last / LeafSize * LeafSize; j <= last; ++j) box = Union(box, BoxOf(j));
         boxes_[node] = box;
         WidenLanes(node, last);
@@ -151,7 +151,7 @@ private:
     PlaneBox BoxOf(std::size_t segment) const {
         const TPoint<double>& a = outline_[segment];
         const TPoint<double>& b = outline_[segment + 1];
-        if (std::isnan(DistanceSquaredInXY(a, b))) return Nowhere;
+        if (std::isnan(DistanceSquaredInXY(a, b))) return EmptyBox;
         constexpr double reach = 2e-6;
         const auto grow = [](double v) { return reach + 1e-15 * std::fabs(v); };
         const PlaneBox box = Union(At(a), At(b));

@@ -17,9 +17,9 @@ struct PlaneBox {
 };
 
 /// The box without a point: it meets no box of finite size, and adds nothing to another one.
-inline constexpr PlaneBox Nowhere = {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
-                                     -std::numeric_limits<double>::infinity(),
-                                     -std::numeric_limits<double>::infinity()};
+inline constexpr PlaneBox EmptyBox = {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
+                                      -std::numeric_limits<double>::infinity(),
+                                      -std::numeric_limits<double>::infinity()};
 
 inline PlaneBox Union(const PlaneBox& a, const PlaneBox& b) {
     return {std::min(a.minX, b.minX), std::min(a.minY, b.minY), std::max(a.maxX, b.maxX), std::max(a.maxY, b.maxY)};
@@ -29,6 +29,12 @@ inline PlaneBox Union(const PlaneBox& a, const PlaneBox& b) {
 template <class Place>
 PlaneBox At(const Place& p) {
     return {p.X, p.Y, p.X, p.Y};
+}
+
+/// True if both coordinates are numbers, and neither lies beyond `most`.
+template <class Place>
+bool IsWithin(const Place& p, double most) {
+    return std::fabs(p.X) <= most && std::fabs(p.Y) <= most;
 }
 
 /// The square of the distance in XY.

@@ -21,7 +21,7 @@ int VertexTree::Ruler::Step(double value) const {
 VertexTree::VertexTree(std::vector<Vertex> vertices, int bound) : slots_(static_cast<std::size_t>(bound), -1) {
     const std::size_t leaves = std::bit_ceil((vertices.size() + LeafSize - 1) / LeafSize);
     leaves_.resize(leaves);
-    boxes_.resize(2 * leaves, Nowhere);
+    boxes_.resize(2 * leaves, EmptyBox);
     Build(1, vertices.begin(), vertices.end());
 }
 
@@ -66,7 +66,7 @@ void VertexTree::Remove(int id) {
     leaves_[leaf].alive &= ~(std::uint64_t{1} << (slot % LeafSize));
     if (leaves_[leaf].alive != 0) return;
     std::size_t node = leaves_.size() + leaf;
-    boxes_[node] = Nowhere;
+    boxes_[node] = EmptyBox;
     while ((node /= 2) > 0) boxes_[node] = Union(boxes_[2 * node], boxes_[2 * node + 1]);
 }
 

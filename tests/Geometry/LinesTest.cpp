@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "Crossing.h"
+#include "Geometry/Crossing.h"
 
 namespace KM {
 namespace {

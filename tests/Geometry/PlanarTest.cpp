@@ -9,6 +9,28 @@ using P = TPoint<double>;
 
 constexpr double Pi = std::numbers::pi;
 
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+
+TEST(EmptyBox, MeetsNoneAndAddsNothing) {
+    const PlaneBox box{-1, -2, 3, 4};
+    EXPECT_FALSE(EmptyBox.Meets(box));
+    EXPECT_FALSE(box.Meets(EmptyBox));
+    const PlaneBox sum = Union(EmptyBox, box);
+    EXPECT_EQ(sum.minX, -1);
+    EXPECT_EQ(sum.minY, -2);
+    EXPECT_EQ(sum.maxX, 3);
+    EXPECT_EQ(sum.maxY, 4);
+}
+
+TEST(IsWithin, TakesTheBoundAndRefusesWhatIsNoNumber) {
+    EXPECT_TRUE(IsWithin(P(2, -2, Infinity), 2.0));
+    EXPECT_FALSE(IsWithin(P(2.5, 0, 0), 2.0));
+    EXPECT_FALSE(IsWithin(P(0, -2.5, 0), 2.0));
+    EXPECT_FALSE(IsWithin(P(NaN, 0, 0), 2.0));
+    EXPECT_FALSE(IsWithin(P(0, NaN, 0), Infinity));
+}
+
 TEST(DirectionInXY, CountsCounterClockwiseFromX) {
     const P from(3, 4, 5);
     EXPECT_EQ(DirectionInXY(from, P(9, 4, 0)), 0.0);

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "Crossing.h"
+#include "Geometry/Crossing.h"
 
 namespace KM {
 namespace {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "Mesh/Core/PinVisitor.h"
+#include "Support/CallLine.h"
 
 namespace KM::Test {
 
@@ -30,10 +30,7 @@ public:
 private:
     template <class... Values>
     void Add(const char* what, Values... values) {
-        std::ostringstream line;
-        line << what;
-        ((line << ' ' << values), ...);
-        reports.push_back(line.str());
+        reports.push_back(CallLine(what, values...));
     }
 };
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "Mesh/Core/PinActions.h"
+#include "Support/CallLine.h"
 
 namespace KM::Test {
 
@@ -33,10 +33,7 @@ public:
 private:
     template <class... Values>
     void Add(const char* what, Values... values) {
-        std::ostringstream line;
-        line << what;
-        ((line << ' ' << values), ...);
-        lines.push_back(line.str());
+        lines.push_back(CallLine(what, values...));
     }
 };
 

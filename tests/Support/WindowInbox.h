@@ -13,10 +13,11 @@
 namespace KM::Test {
 
 /// Stands in for the window of a host: receives what is sent to a number. It is the window of this process while it
-/// lives.
+/// lives. Windows have one number each on a machine, and tests run side by side: where a test can do with any number, it
+/// takes that of its process.
 class WindowInbox {
 public:
-    explicit WindowInbox(std::uint64_t window)
+    explicit WindowInbox(std::uint64_t window = static_cast<std::uint64_t>(getpid()))
         : name_(HostMessages::SocketName(window)), socket_(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;

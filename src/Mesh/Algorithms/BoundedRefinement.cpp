@@ -1,12 +1,12 @@
-#include "BoundedRefinement.h"
+#include "Mesh/Algorithms/BoundedRefinement.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
 
-#include "RefinementRounds.h"
-#include "RefinementSize.h"
+#include "Mesh/Algorithms/RefinementRounds.h"
+#include "Mesh/Algorithms/RefinementSize.h"
 #include "Utils/U_Debug/NumberText.h"
 #include "Utils/U_Debug/Verbose.h"
 

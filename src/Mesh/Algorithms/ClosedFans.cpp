@@ -1,8 +1,8 @@
-#include "ClosedFans.h"
+#include "Mesh/Algorithms/ClosedFans.h"
 
 #include <numeric>
 
-#include "CornerNormal.h"
+#include "Mesh/Algorithms/CornerNormal.h"
 
 namespace KM {
 

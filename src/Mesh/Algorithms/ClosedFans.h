@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "MeshView.h"
-#include "UnitVectors.h"
+#include "Mesh/Algorithms/MeshView.h"
+#include "Mesh/Algorithms/UnitVectors.h"
 
 namespace KM {
 

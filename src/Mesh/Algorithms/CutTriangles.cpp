@@ -1,4 +1,4 @@
-#include "CutTriangles.h"
+#include "Mesh/Algorithms/CutTriangles.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "HoleCloser.h"
+#include "Mesh/Algorithms/HoleCloser.h"
 
 #include <string>
 

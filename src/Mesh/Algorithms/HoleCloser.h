@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "LowestScore.h"
+#include "Mesh/Algorithms/LowestScore.h"
 #include "Mesh/Core/Pin.h"
 
 namespace KM {

@@ -1,6 +1,6 @@
 #include "Mesh/Algorithms/HoleFilling.h"
 
-#include "HoleCloser.h"
+#include "Mesh/Algorithms/HoleCloser.h"
 #include "Mesh/Core/EdgesMap.h"
 #include "Mesh/Core/FanWalk.h"
 #include "Utils/U_App/Services.h"

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "CircleGuard.h"
-#include "ClosedFans.h"
-#include "CornerNormal.h"
+#include "Mesh/Algorithms/CircleGuard.h"
+#include "Mesh/Algorithms/ClosedFans.h"
+#include "Mesh/Algorithms/CornerNormal.h"
+#include "Mesh/Algorithms/MeshView.h"
 #include "Mesh/Core/FanWalk.h"
 #include "Mesh/Core/PreviousEdges.h"
-#include "MeshView.h"
 
 namespace KM {
 namespace {

@@ -7,12 +7,12 @@
 #include <memory>
 #include <vector>
 
-#include "CutTriangles.h"
 #include "Geometry/Plane.h"
+#include "Mesh/Algorithms/CutTriangles.h"
+#include "Mesh/Algorithms/MeshView.h"
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/FanWalk.h"
 #include "Mesh/Core/PreviousEdges.h"
-#include "MeshView.h"
 
 namespace KM {
 namespace {

@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-#include "BoundedRefinement.h"
+#include "Mesh/Algorithms/BoundedRefinement.h"
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/FanWalk.h"
 #include "Mesh/Editing/EdgeSplits.h"

@@ -1,4 +1,4 @@
-#include "RefinementRounds.h"
+#include "Mesh/Algorithms/RefinementRounds.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "RefinementSize.h"
+#include "Mesh/Algorithms/RefinementSize.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "SurfaceEdges.h"
+#include "Mesh/Algorithms/SurfaceEdges.h"
 
 #include <algorithm>
 

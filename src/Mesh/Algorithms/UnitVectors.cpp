@@ -1,4 +1,4 @@
-#include "UnitVectors.h"
+#include "Mesh/Algorithms/UnitVectors.h"
 
 #include <cmath>
 

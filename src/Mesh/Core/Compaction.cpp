@@ -114,7 +114,7 @@ void CompactQuick(PIN& mesh) {
         mesh.p2e.pop_back();
         if (!mesh.points.empty()) mesh.points.pop_back();
     }
-    while (!mesh.edges.empty() && mesh.edges.back().NE == -1) mesh.edges.pop_back();
+    while (!mesh.edges.empty() && IsMarkedDead(mesh.edges.back())) mesh.edges.pop_back();
 }
 
 template KM_API void Compact(PIN&, VisitorOf<PIN>&);

@@ -17,7 +17,7 @@ void WriteNode(std::ostream& out, const PIN& mesh, int node) {
 void WriteEdge(std::ostream& out, const PIN& mesh, int e, PreviousEdges<PIN>& previous) {
     const Edge& edge = mesh.edges[e];
     out << "    Edge[" << e << "] = ";
-    if (edge.NE == -1) {
+    if (IsMarkedDead(edge)) {
         out << "Invalid\n";
         return;
     }

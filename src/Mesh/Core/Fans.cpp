@@ -13,7 +13,7 @@ template <class Accept>
 std::vector<std::vector<int>> EdgesByStart(const PIN& mesh, Accept accept) {
     const std::size_t nodeCount = mesh.points.size();
     const auto isListed = [&](const Edge& edge) {
-        return edge.NE != -1 && static_cast<std::size_t>(edge.P0) < nodeCount && accept(edge);
+        return !IsMarkedDead(edge) && static_cast<std::size_t>(edge.P0) < nodeCount && accept(edge);
     };
     std::vector<int> count(nodeCount, 0);
     for (const Edge& edge : mesh.edges)

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Mesh/Core/PreviousEdges.h"
+#include "Mesh/Core/SafeLinks.h"
 
 namespace KM {
 namespace {
@@ -178,7 +179,7 @@ PinBoundary::PinBoundary(const PIN& mesh)
     PreviousEdges<PIN> previous(mesh);
     for (int e = 0; Has(edges, e); ++e) {
         const Edge& edge = mesh.edges[e];
-        aliveEdges[e] = edge.NE != -1;
+        aliveEdges[e] = !IsMarkedDead(edge);
         if (aliveEdges[e]) edges[e] = {previous.Of(e), edge.NE, edge.TE, edge.P0, -1};
     }
     NumberLoops(*this);

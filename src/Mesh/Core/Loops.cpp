@@ -34,14 +34,6 @@ void FlagLoop(const PIN& mesh, int edge, Flags& visited) {
     for (int e = edge; IsAliveEdge(mesh, e) && !visited[e]; e = mesh.edges[e].NE) visited[e] = 1;
 }
 
-/// The edge behind the edge behind `edge`, or -1.
-int ThirdEdge(const PIN& mesh, int edge) {
-    const int next = mesh.edges[edge].NE;
-    if (!IsAliveEdge(mesh, next)) return -1;
-    const int third = mesh.edges[next].NE;
-    return IsAliveEdge(mesh, third) ? third : -1;
-}
-
 }  // namespace
 
 std::vector<int> Loop(const PIN& mesh, int edge) {
@@ -68,7 +60,7 @@ std::vector<std::vector<int>> AllOrphanLoops(const PIN& mesh) {
     const int count = static_cast<int>(mesh.edges.size());
     for (int e = 0; e < count; ++e) {
         // The twin first: nearly all edges have one, and are passed over without a look at their flags.
-        if (mesh.edges[e].TE != -1 || mesh.edges[e].NE == -1 || visited[e]) continue;
+        if (mesh.edges[e].TE != -1 || IsMarkedDead(mesh.edges[e]) || visited[e]) continue;
         // Two walks have no edge in common on a sound mesh, so one that meets a flag will not come round.
         std::vector<int> loop = WalkBoundary(mesh, e, [&](int met) { return !std::exchange(visited[met], 1); });
         if (!loop.empty()) loops.push_back(std::move(loop));
@@ -90,9 +82,8 @@ std::vector<int> CollectNonTriangularLoops(const PIN& mesh) {
     std::vector<int> found;
     Flags visited(mesh.edges.size(), 0);
     for (int i = 0; i < static_cast<int>(mesh.edges.size()); ++i) {
-        if (visited[i] || mesh.edges[i].NE == -1) continue;
-        const int third = ThirdEdge(mesh, i);
-        if (third == -1 || mesh.edges[third].NE != i) found.push_back(i);
+        if (visited[i] || IsMarkedDead(mesh.edges[i])) continue;
+        if (ThirdOfTriangle(mesh, i) == -1) found.push_back(i);
         FlagLoop(mesh, i, visited);
     }
     return found;

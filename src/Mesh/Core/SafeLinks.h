@@ -10,8 +10,13 @@
 
 namespace KM {
 
-/// -1 and -2 both mean "no edge"; other negative values only occur in broken meshes and mean nothing better.
+/// For whoever goes on along `NE`: -1 and -2 both mean "no edge"; other negative values only occur in broken meshes and
+/// mean nothing better.
 inline bool IsDead(const Edge& edge) { return edge.NE < 0; }
+
+/// For whoever lists, prints or checks records: the mark of a dead one is -1 and nothing else. A record with any other
+/// link that leads nowhere is a fault of the mesh, and must not be hidden.
+inline bool IsMarkedDead(const Edge& edge) { return edge.NE == -1; }
 
 template <class Mesh>
 bool IsEdge(const Mesh& mesh, std::int32_t e) {

@@ -1,7 +1,7 @@
 #include "Mesh/Editing/AddedTriangles.h"
 
 #include "Mesh/Core/FanWalk.h"
-#include "Surroundings.h"
+#include "Mesh/Editing/Surroundings.h"
 
 namespace KM {
 namespace {

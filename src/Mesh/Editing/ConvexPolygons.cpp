@@ -9,8 +9,8 @@
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/FanWalk.h"
 #include "Mesh/Core/PreviousEdges.h"
-#include "StartPoints.h"
-#include "Surroundings.h"
+#include "Mesh/Editing/StartPoints.h"
+#include "Mesh/Editing/Surroundings.h"
 
 namespace KM {
 namespace {

@@ -4,8 +4,8 @@
 #include <ostream>
 
 #include "Geometry/Distances.h"
-#include "LoopChord.h"
-#include "Surroundings.h"
+#include "Mesh/Editing/LoopChord.h"
+#include "Mesh/Editing/Surroundings.h"
 #include "Utils/U_App/Services.h"
 #include "Utils/U_Debug/Verbose.h"
 

@@ -1,6 +1,6 @@
 #include "Mesh/Editing/EdgeSwap.h"
 
-#include "Surroundings.h"
+#include "Mesh/Editing/Surroundings.h"
 
 namespace KM {
 

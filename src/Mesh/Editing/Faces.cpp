@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "Mesh/Core/PreviousEdges.h"
-#include "StartPoints.h"
+#include "Mesh/Editing/StartPoints.h"
 
 namespace KM {
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "Mesh/Core/Fans.h"
-#include "NodeRemover.h"
+#include "Mesh/Editing/NodeRemover.h"
 
 namespace KM {
 

@@ -1,10 +1,10 @@
-#include "NodeRemover.h"
+#include "Mesh/Editing/NodeRemover.h"
 
 #include <algorithm>
 
-#include "FillWithFan.h"
 #include "Geometry/ClampedAngle.h"
 #include "Mesh/Core/Compaction.h"
+#include "Mesh/Editing/FillWithFan.h"
 #include "Mesh/Editing/Records.h"
 #include "Utils/U_Debug/Verbose.h"
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "Surroundings.h"
+#include "Mesh/Editing/Surroundings.h"
 
 namespace KM {
 

@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <vector>
 
-#include "FillWithFan.h"
 #include "Geometry/Planar.h"
 #include "Mesh/Core/Loops.h"
 #include "Mesh/Core/SafeLinks.h"
-#include "StartPoints.h"
+#include "Mesh/Editing/FillWithFan.h"
+#include "Mesh/Editing/StartPoints.h"
 
 namespace KM {
 namespace {

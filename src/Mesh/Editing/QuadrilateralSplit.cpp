@@ -7,8 +7,8 @@
 #include "Geometry/Planar.h"
 #include "Geometry/Points.h"
 #include "Mesh/Editing/EdgeSplits.h"
-#include "StartPoints.h"
-#include "Surroundings.h"
+#include "Mesh/Editing/StartPoints.h"
+#include "Mesh/Editing/Surroundings.h"
 #include "Utils/U_Debug/Verbose.h"
 
 namespace KM {

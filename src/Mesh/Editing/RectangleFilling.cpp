@@ -8,7 +8,7 @@
 #include "Mesh/Core/Loops.h"
 #include "Mesh/Editing/EdgeSplits.h"
 #include "Mesh/Editing/PolygonFilling.h"
-#include "StartPoints.h"
+#include "Mesh/Editing/StartPoints.h"
 
 namespace KM {
 namespace {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <set>
 
-#include "PlainAnalysis.h"
+#include "Mesh/Algorithms/PlainAnalysis.h"
 #include "Support/BrokenMeshes.h"
 #include "Support/Meshes.h"
 

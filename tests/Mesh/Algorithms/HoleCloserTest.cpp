@@ -6,8 +6,8 @@
 #include <numbers>
 
 #include "Mesh/Algorithms/HoleFilling.h"
+#include "Mesh/Algorithms/PlainFilling.h"
 #include "Mesh/Core/Compaction.h"
-#include "PlainFilling.h"
 #include "Support/LogCapture.h"
 #include "Support/MeshChecks.h"
 #include "Support/Meshes.h"

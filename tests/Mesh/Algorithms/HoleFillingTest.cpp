@@ -5,9 +5,9 @@
 #include <climits>
 #include <random>
 
+#include "Mesh/Algorithms/PlainFilling.h"
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/WholeMesh.h"
-#include "PlainFilling.h"
 #include "Support/BrokenMeshes.h"
 #include "Support/DumpCapture.h"
 #include "Support/Holes.h"

@@ -5,7 +5,7 @@
 #include <climits>
 #include <initializer_list>
 
-#include "PlainDecimation.h"
+#include "Mesh/Algorithms/PlainDecimation.h"
 #include "Support/BrokenMeshes.h"
 #include "Support/LogCapture.h"
 #include "Support/MeshChecks.h"

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "PlainAnalysis.h"
+#include "Mesh/Algorithms/PlainAnalysis.h"
 #include "Support/BrokenMeshes.h"
 #include "Support/HostilePoints.h"
 #include "Support/MeshChecks.h"

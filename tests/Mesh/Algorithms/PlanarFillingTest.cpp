@@ -4,8 +4,8 @@
 
 #include <climits>
 
+#include "Mesh/Algorithms/PlainFilling.h"
 #include "Mesh/Core/Compaction.h"
-#include "PlainFilling.h"
 #include "Support/BrokenMeshes.h"
 #include "Support/Holes.h"
 #include "Support/MeshChecks.h"

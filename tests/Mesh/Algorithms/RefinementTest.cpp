@@ -6,9 +6,9 @@
 #include <cmath>
 #include <limits>
 
+#include "Mesh/Algorithms/PlainRefinement.h"
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/Loops.h"
-#include "PlainRefinement.h"
 #include "Support/BrokenMeshes.h"
 #include "Support/LogCapture.h"
 #include "Support/MeshChecks.h"

@@ -7,7 +7,7 @@
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/Loops.h"
-#include "PlainEdits.h"
+#include "Mesh/Editing/PlainEdits.h"
 #include "Support/MeshChecks.h"
 #include "Support/Meshes.h"
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "FaceChecks.h"
+#include "Mesh/Editing/FaceChecks.h"
 #include "Support/HostilePoints.h"
 #include "Support/Polygons.h"
 

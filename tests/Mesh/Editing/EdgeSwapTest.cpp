@@ -5,7 +5,7 @@
 #include <climits>
 
 #include "Mesh/Core/Construction.h"
-#include "PlainEdits.h"
+#include "Mesh/Editing/PlainEdits.h"
 #include "Support/MeshChecks.h"
 #include "Support/Meshes.h"
 

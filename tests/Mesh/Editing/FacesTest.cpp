@@ -1,6 +1,6 @@
 #include "Mesh/Editing/Faces.h"
 
-#include "FaceChecks.h"
+#include "Mesh/Editing/FaceChecks.h"
 
 namespace KM {
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Mesh/Core/Construction.h"
-#include "PlainEdits.h"
+#include "Mesh/Editing/PlainEdits.h"
 #include "Support/MeshChecks.h"
 
 namespace KM {

@@ -7,7 +7,7 @@
 #include "Mesh/Core/Construction.h"
 #include "Mesh/Core/Fans.h"
 #include "Mesh/Editing/EdgeSplits.h"
-#include "PlainEdits.h"
+#include "Mesh/Editing/PlainEdits.h"
 #include "Support/LogCapture.h"
 #include "Support/MeshChecks.h"
 #include "Support/Meshes.h"

@@ -6,7 +6,7 @@
 
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/Construction.h"
-#include "PlainEdits.h"
+#include "Mesh/Editing/PlainEdits.h"
 #include "Support/MeshChecks.h"
 #include "Support/Meshes.h"
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "FaceChecks.h"
 #include "Mesh/Core/Construction.h"
+#include "Mesh/Editing/FaceChecks.h"
 #include "Support/Numbers.h"
 #include "Support/Polygons.h"
 

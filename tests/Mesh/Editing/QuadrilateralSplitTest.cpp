@@ -2,11 +2,11 @@
 
 #include <cmath>
 
-#include "FaceChecks.h"
 #include "Geometry/Distances.h"
 #include "Geometry/Lines.h"
 #include "Geometry/Points.h"
 #include "Mesh/Editing/EdgeSplits.h"
+#include "Mesh/Editing/FaceChecks.h"
 #include "Support/HostilePoints.h"
 #include "Support/LogCapture.h"
 

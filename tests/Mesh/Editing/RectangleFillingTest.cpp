@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "FaceChecks.h"
 #include "Mesh/Editing/EdgeSplits.h"
+#include "Mesh/Editing/FaceChecks.h"
 #include "Mesh/Editing/PolygonFilling.h"
 #include "Support/HostilePoints.h"
 #include "Support/Polygons.h"

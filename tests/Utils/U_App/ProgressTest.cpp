@@ -427,7 +427,7 @@ TEST_F(ProgressInCache, BeginRemovesWhatAnEarlierRunLeft) {
 }
 
 TEST_F(ProgressInCache, EndIsTold) {
-    const WindowInbox inbox(4712);
+    const WindowInbox inbox;
     {
         const AProgress progress;
         folder.Write("!Message(ID=12, 1, 1, A)", "");
@@ -448,7 +448,7 @@ TEST_F(ProgressInCache, EndLogsItsFileInTheColourOfTheCache) {
 }
 
 TEST_F(ProgressInCache, EndIsNotToldUnlessEnabled) {
-    const WindowInbox inbox(4712);
+    const WindowInbox inbox;
     IsEnableInCacheProgressStatus(false);
     {
         const AProgress progress;

@@ -222,7 +222,7 @@ TEST_F(StatusFile, IsNotWrittenUnlessEnabled) {
 }
 
 TEST_F(StatusMessage, GoesToTheWindow) {
-    const WindowInbox inbox(4711);
+    const WindowInbox inbox;
     ASSERT_TRUE(inbox.IsOpen());
     Report(0.0, 0.25, "A");
     EXPECT_EQ(inbox.Take(), "nothing");
