@@ -23,7 +23,7 @@ void ChangePart(const std::string& file, const std::string& target, bool isText,
     Part part = ReadPart(file);
     NextSlice(slice.At(0.6));
     const MeshReport before = Measure(part.mesh);
-    const std::string lines = change(file, part.mesh);
+    const std::string lines = change(file, part.mesh, before);
     NextSlice(slice.end);
     const MeshReport after = Measure(part.mesh);
     if (after.triangles == 0) throw Failure(file, "would be left without a triangle");

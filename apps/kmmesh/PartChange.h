@@ -4,14 +4,15 @@
 #include <string>
 
 #include "Mesh/Core/Pin.h"
+#include "MeshReport.h"
 #include "Verb.h"
 
 namespace KM::Tool {
 
 /// What a verb makes of a part: changes the mesh, whose links are sound and whose points are in the units of the file, and
 /// returns the lines that the report shows between its heading and its comparison. Takes the name of the file for what it
-/// has to complain of.
-using PartChange = std::function<std::string(const std::string& file, PIN& mesh)>;
+/// has to complain of, and the measures of the mesh as it is.
+using PartChange = std::function<std::string(const std::string& file, PIN& mesh, const MeshReport& before)>;
 
 /// What all verbs do that make one part of each input: reads the files of the option "files" one after the other, changes
 /// them, writes them to where the options "out" and "text" say, and prints a report with the measures before and after.

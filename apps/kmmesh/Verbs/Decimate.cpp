@@ -37,7 +37,7 @@ std::string Reduced(PIN& mesh, double tolerance) {
 }
 
 void Run(const Values& values) {
-    ChangeParts(values, [&](const std::string&, PIN& mesh) {
+    ChangeParts(values, [&](const std::string&, PIN& mesh, const MeshReport&) {
         return Reduced(mesh, values.Length("tolerance", DiagonalOf(mesh)));
     });
 }
