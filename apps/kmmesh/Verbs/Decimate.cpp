@@ -1,5 +1,7 @@
 #include "Mesh/Algorithms/Decimation.h"
 
+#include <algorithm>
+
 #include "Deviation.h"
 #include "Output.h"
 #include "PartChange.h"
@@ -18,6 +20,17 @@ double TrianglesOf(const PIN& mesh) {
     return count;
 }
 
+long long OpenEdges(const PIN& mesh) {
+    return std::count_if(mesh.edges.begin(), mesh.edges.end(), [](const Edge& e) { return e.NE != -1 && e.TE == -1; });
+}
+
+/// Where nodes of a fold go, triangles collapse, and those beyond them lose their neighbours.
+std::string TornText(long long more) {
+    if (more <= 0) return "";
+    return Format("  %-16s%s that had a neighbour have none; a smaller tolerance spares more\n", "torn",
+                  Count(more, "edge").c_str());
+}
+
 std::string Reduced(PIN& mesh, double tolerance) {
     const double scale = WorkingScale(mesh);
     Scale(mesh, scale);
@@ -33,7 +46,8 @@ std::string Reduced(PIN& mesh, double tolerance) {
            Format("  %-16s%.6g at most, of nodes of the part from the result\n", "deviation",
                   deviation.ofNodes / scale) +
            Format("  %-16s%.6g at most, of middles of edges of the result from the part\n", "deviation back",
-                  deviation.ofEdges / scale);
+                  deviation.ofEdges / scale) +
+           TornText(OpenEdges(mesh) - OpenEdges(before));
 }
 
 void Run(const Values& values) {
