@@ -71,6 +71,7 @@ const KindNames& NamesOf(Kind kind) {
         {"String", " X,Y,Z", "x y z -x -y -z"},     // Direction
         {"String", " AXES", "x y z xy xz yz xyz"},  // Axes
         {"String", " PLACES"},                      // Places
+        {"String", " SIZE"},                        // Length
         {"String", " LIST"},                        // Distances
         {"String", " TEXT"},                        // Text
         {"String", " PATH"},                        // Path
@@ -124,6 +125,9 @@ auto Values::Fitting(const std::string& option, Read read) const {
     }
 }
 
+double Values::Length(const std::string& option, double diagonal) const {
+    return Fitting(option, [&](const std::string& text) { return LengthOf(text, diagonal); });
+}
 std::vector<double> Values::Distances(const std::string& option, double diagonal) const {
     return Fitting(option, [&](const std::string& text) { return DistancesOf(text, diagonal); });
 }

@@ -18,6 +18,7 @@ enum class Kind {
     Direction,
     Axes,
     Places,
+    Length,
     Distances,
     Text,
     Path,
@@ -84,6 +85,9 @@ public:
     // @throws Failure  when the number is out of the range of the option
     int Whole(const std::string& option) const;
     double Number(const std::string& option) const;
+    /// In units of a part with this diagonal, greater than 0; see Distances.h.
+    /// @throws Failure  when the text does not fit
+    double Length(const std::string& option, double diagonal) const;
     /// Ascending, in units of a part with this diagonal; see Distances.h.
     /// @throws Failure  when the text does not fit
     std::vector<double> Distances(const std::string& option, double diagonal) const;
