@@ -149,6 +149,7 @@ private:
             if (option.kind == Kind::Point) parsed.check(FaultOfReading<PointOf>);
             if (option.kind == Kind::Direction) parsed.check(FaultOfReading<DirectionOf>);
             if (option.kind == Kind::Places) parsed.check(FaultOfReading<PlacesOf>);
+            if (option.kind == Kind::Length) parsed.check(FaultOfLength);
             if (option.kind == Kind::Distances) parsed.check(FaultOfDistances);
         }
     }

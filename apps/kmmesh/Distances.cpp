@@ -20,6 +20,16 @@ double DistanceOf(const std::string& word, double diagonal) {
     return isShare ? value / 100.0 * diagonal : value;
 }
 
+template <class Read>
+std::string FaultOf(Read read) {
+    try {
+        read();
+        return "";
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+}
+
 }  // namespace
 
 std::vector<double> DistancesOf(const std::string& text, double diagonal) {
@@ -33,13 +43,20 @@ std::vector<double> DistancesOf(const std::string& text, double diagonal) {
     return distances;
 }
 
+double LengthOf(const std::string& text, double diagonal) {
+    const std::vector<double> distances = DistancesOf(text, diagonal);
+    if (distances.size() != 1) throw Failure('"' + text + '"', "is more than one length");
+    // A share of a small part can round to 0, which is none of the user's doing.
+    if (!(DistancesOf(text, 1.0).front() > 0.0)) throw Failure('"' + text + '"', "is not greater than 0");
+    return distances.front();
+}
+
+std::string FaultOfLength(const std::string& text) {
+    return FaultOf([&] { LengthOf(text, 1.0); });
+}
+
 std::string FaultOfDistances(const std::string& text) {
-    try {
-        DistancesOf(text, 1.0);
-        return "";
-    } catch (const Failure& failure) {
-        return failure.what();
-    }
+    return FaultOf([&] { DistancesOf(text, 1.0); });
 }
 
 }  // namespace KM::Tool

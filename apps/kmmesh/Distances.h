@@ -13,7 +13,12 @@ namespace KM::Tool {
 /// @throws Failure  for anything else, and for a text without numbers
 std::vector<double> DistancesOf(const std::string& text, double diagonal);
 
-/// What is wrong with the text; empty if nothing is.
+/// One of these, greater than 0: what work with a tolerance or a limit takes.
+/// @throws Failure  for anything else
+double LengthOf(const std::string& text, double diagonal);
+
+// What is wrong with the text; empty if nothing is.
+std::string FaultOfLength(const std::string& text);
 std::string FaultOfDistances(const std::string& text);
 
 }  // namespace KM::Tool

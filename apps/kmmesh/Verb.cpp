@@ -70,6 +70,7 @@ const KindNames& NamesOf(Kind kind) {
         {"String", " X,Y,Z"},        // Point
         {"String", " X,Y,Z"},        // Direction
         {"String", " PLACES"},       // Places
+        {"String", " SIZE"},         // Length
         {"String", " LIST"},         // Distances
         {"String", " TEXT"},         // Text
         {"String", " PATH"},         // Path
@@ -113,6 +114,9 @@ auto Values::Fitting(const std::string& option, Read read) const {
     }
 }
 
+double Values::Length(const std::string& option, double diagonal) const {
+    return Fitting(option, [&](const std::string& text) { return LengthOf(text, diagonal); });
+}
 std::vector<double> Values::Distances(const std::string& option, double diagonal) const {
     return Fitting(option, [&](const std::string& text) { return DistancesOf(text, diagonal); });
 }

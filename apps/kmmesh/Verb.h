@@ -8,7 +8,7 @@
 namespace KM::Tool {
 
 /// How the value of an option is written, checked and read.
-enum class Kind { Switch, Whole, Number, Numbers, Point, Direction, Places, Distances, Text, Path, Files, Expressions };
+enum class Kind { Switch, Whole, Number, Numbers, Point, Direction, Places, Length, Distances, Text, Path, Files, Expressions };
 
 /// Whether the values stand on the command line by themselves, without the name of the option.
 constexpr bool IsPositional(Kind kind) { return kind == Kind::Files || kind == Kind::Expressions; }
@@ -65,6 +65,9 @@ public:
     bool IsOn(const std::string& option) const;
     int Whole(const std::string& option) const;
     double Number(const std::string& option) const;
+    /// In units of a part with this diagonal, greater than 0; see Distances.h.
+    /// @throws Failure  when the text does not fit
+    double Length(const std::string& option, double diagonal) const;
     /// Ascending, in units of a part with this diagonal; see Distances.h.
     /// @throws Failure  when the text does not fit
     std::vector<double> Distances(const std::string& option, double diagonal) const;

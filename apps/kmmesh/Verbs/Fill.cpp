@@ -1,13 +1,12 @@
 #include <algorithm>
 
-#include "Comparison.h"
 #include "FlatHoles.h"
 #include "LongTask.h"
 #include "Mesh/Algorithms/HoleFilling.h"
 #include "Mesh/Core/Compaction.h"
 #include "Mesh/Core/Loops.h"
 #include "Output.h"
-#include "PartFile.h"
+#include "PartChange.h"
 #include "PartOutput.h"
 #include "Verb.h"
 #include "WorkingScale.h"
@@ -85,28 +84,13 @@ std::string TableOf(const std::vector<Hole>& holes, int mostEdges) {
     return text + Format("  closed %zu of %s\n", closed, Count(static_cast<long long>(holes.size()), "hole").c_str());
 }
 
-void RunFile(const std::string& file, const std::string& target, const Values& values, double begin, double end) {
-    const int mostEdges = values.Whole("edges");
-    NextSlice(begin + 0.4 * (end - begin));
-    Part part = ReadPart(file);
-    NextSlice(begin + 0.6 * (end - begin));
-    const MeshReport before = Measure(part.mesh);
-    std::vector<Hole> holes = HolesOf(part.mesh, mostEdges);
-    Fill(part.mesh, holes, mostEdges);
-    NextSlice(end);
-    const auto output = WrittenPart(target, part.mesh, 1.0, values.IsOn("text"));
-    const MeshReport after = Measure(part.mesh);
-    output->Commit();
-    Print(Heading(file, part) + TableOf(holes, mostEdges) + Comparison({{"before", before}, {"after", after}}));
-    Tell(target + '\n');
-}
-
 void Run(const Values& values) {
-    const std::vector<std::string> files = values.Files("files");
-    const std::vector<std::string> targets = TargetsOf(files, values.Text("out"));
-    const auto count = static_cast<double>(files.size());
-    for (std::size_t i = 0; i < files.size(); ++i)
-        RunFile(files[i], targets[i], values, static_cast<double>(i) / count, static_cast<double>(i + 1) / count);
+    const int mostEdges = values.Whole("edges");
+    ChangeParts(values, [&](const std::string&, PIN& mesh) {
+        std::vector<Hole> holes = HolesOf(mesh, mostEdges);
+        Fill(mesh, holes, mostEdges);
+        return TableOf(holes, mostEdges);
+    });
 }
 
 const Verb verb{

@@ -28,5 +28,18 @@ TEST(DistancesOf, RefusesAllElse) {
               "\"x\": is neither a length, such as 0.05, nor a share of the diagonal, such as 0.1%");
 }
 
+TEST(LengthOf, IsOneThatIsGreaterThanZero) {
+    EXPECT_EQ(LengthOf("0.25", 8.0), 0.25);
+    EXPECT_EQ(LengthOf(" 25% ", 8.0), 2.0);
+    EXPECT_EQ(LengthOf("50%", 0.0), 0.0);
+    for (const char* text : {"0", "0%", "1,2", "", "x", "-1", "nan"}) {
+        SCOPED_TRACE(text);
+        EXPECT_THROW(LengthOf(text, 1.0), Failure);
+    }
+    EXPECT_EQ(FaultOfLength("1e-9"), "");
+    EXPECT_EQ(FaultOfLength("0.0"), "\"0.0\": is not greater than 0");
+    EXPECT_EQ(FaultOfLength("1 2"), "\"1 2\": is more than one length");
+}
+
 }  // namespace
 }  // namespace KM::Tool

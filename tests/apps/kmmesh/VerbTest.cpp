@@ -19,7 +19,8 @@ const Verb Probe{"two-words",
                   {"ratio", Kind::Number, "0.5", ""},
                   {"on", Kind::Switch, "N", ""},
                   {"title", Kind::Text, "", "", true},
-                  {"levels", Kind::Distances, "25%,1", ""}},
+                  {"levels", Kind::Distances, "25%,1", ""},
+                  {"limit", Kind::Length, "25%", ""}},
                  nullptr};
 
 void Set(const std::string& option, const std::string& value) {
@@ -38,11 +39,13 @@ TEST(Values, AreReadByKind) {
     Set("on", "Yes");
     Set("title", "a b");
     Set("levels", "25%,1");
+    Set("limit", "25%");
     const Values values(Probe);
     EXPECT_EQ(values.Whole("whole-number"), 16);
     EXPECT_EQ(values.Number("ratio"), 2.5);
     EXPECT_TRUE(values.IsOn("on"));
     EXPECT_EQ(values.Text("title"), "a b");
+    EXPECT_EQ(values.Length("limit", 8.0), 2.0);
     EXPECT_EQ(values.Distances("levels", 8.0), (std::vector{1.0, 2.0}));
     Set("title", "");
     Set("levels", "x");
