@@ -155,17 +155,6 @@ bool Get(Unpacker& unpacker, Level& level) {
 
 }  // namespace
 
-std::string Pack(const PIN& mesh) {
-    std::string bytes;
-    Append(bytes, mesh);
-    return bytes;
-}
-
-bool Unpack(const std::string& bytes, PIN& mesh) {
-    Unpacker unpacker(bytes);
-    return Get(unpacker, mesh) && unpacker.IsAtEnd();
-}
-
 std::string Pack(const Part& part) {
     std::string bytes;
     for (const long long count : {part.read, part.equal, part.infinite}) Append(bytes, count);
@@ -177,6 +166,18 @@ bool Unpack(const std::string& bytes, Part& part) {
     Unpacker unpacker(bytes);
     return unpacker.Get(part.read) && unpacker.Get(part.equal) && unpacker.Get(part.infinite) &&
            Get(unpacker, part.mesh) && unpacker.IsAtEnd();
+}
+
+std::string Pack(const Reduction& reduction) {
+    std::string bytes;
+    Append(bytes, reduction.deviation);
+    Append(bytes, reduction.mesh);
+    return bytes;
+}
+
+bool Unpack(const std::string& bytes, Reduction& reduction) {
+    Unpacker unpacker(bytes);
+    return unpacker.Get(reduction.deviation) && Get(unpacker, reduction.mesh) && unpacker.IsAtEnd();
 }
 
 std::string Pack(const Levels& levels) {

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "Deviation.h"
 #include "LevelFiles.h"
 #include "PartFile.h"
 #include "Utils/U_Caching/CachedObjects.h"
@@ -70,13 +71,19 @@ private:
     bool isUnsound_ = false;  ///< there is a file, which cannot be used
 };
 
+/// A part with fewer triangles.
+struct Reduction {
+    PIN mesh;
+    Deviation deviation;  ///< of the part and this one
+};
+
 // The bytes of results, and back. `Unpack` answers false, with anything in the value, for bytes that are none; indices that
 // it gives are within the mesh.
 
 std::string Pack(const Part& part);
 bool Unpack(const std::string& bytes, Part& part);
-std::string Pack(const PIN& mesh);
-bool Unpack(const std::string& bytes, PIN& mesh);
+std::string Pack(const Reduction& reduction);
+bool Unpack(const std::string& bytes, Reduction& reduction);
 std::string Pack(const Levels& levels);
 bool Unpack(const std::string& bytes, Levels& levels);
 std::string Pack(const std::vector<double>& numbers);
@@ -88,7 +95,7 @@ class Cached : public CachedResult {
 public:
     /// @param fits  tells whether a value can belong to what it is made from
     Cached(const std::string& kind, const std::string& inputs, const CachedResult& from, std::function<T()> make,
-           std::function<bool(const T&)> fits)
+           std::function<bool(const T&)> fits = nullptr)
         : CachedResult(kind, inputs, from), make_(std::move(make)), fits_(std::move(fits)) {}
 
     T& Value() { return value_; }

@@ -67,7 +67,11 @@ std::vector<Case> Cases() {
             {{"geodesic", "ball.stl", "--from", "0 7", "--picture", "d.svg", "--out", "d.txt"},
              {"--from", "7 0"},
              "distances",
-             {"d.txt", "d.svg"}}};
+             {"d.txt", "d.svg"}},
+            {{"decimate", "ball.stl", "--tolerance", "1%", "--out", "less.stl"},
+             {"--tolerance", "1.0000000001%"},
+             "reduction",
+             {"less.stl"}}};
 }
 
 Names With(Names words, const Names& more) {
