@@ -29,7 +29,6 @@ std::string CommonOptions() {
 std::string HelpOfTool() {
     std::string text =
         "kmmesh reads, measures, repairs, reduces, cuts and writes surface meshes.\n"
-        "\n"
         "Usage: kmmesh VERB [OPTION...] FILE...   kmmesh VERB --help: its options\n"
         "       kmmesh FILE.xml... [WORD...]      runs configurations; %1 in them: WORD\n"
         "       kmmesh                            the switches for configurations\n"
@@ -38,8 +37,7 @@ std::string HelpOfTool() {
     for (const Verb* verb : AllVerbs()) text += LineOf(verb->name, verb->help);
     return text +
            "\nOptions of all verbs: -q, --quiet; --verbose N; --save FILE.xml; -h, --help\n"
-           "kmmesh --version: the version of the tool\n"
-           "Ctrl-C or Escape stops a run; a file is never left half-written.\n"
+           "kmmesh --version: its own. Ctrl-C or Escape stops a run; no file is left half.\n"
            "Exit codes: 0 done, 1 stopped, 3 nothing to run, 4 misfit, 8 again, 9 failed.\n";
 }
 

@@ -82,42 +82,43 @@ public:
 
 private:
     void AddPiece(int first) {
-        isClosed_ = true;
-        volume_ = 0.0;
+        SolidReport& solid = report_.each.emplace_back();
         waiting_.assign(1, first);
         while (!waiting_.empty()) {
             const int edge = waiting_.back();
             waiting_.pop_back();
-            if (!isSeen_[static_cast<std::size_t>(edge)]) AddLoop(edge);
+            if (!isSeen_[static_cast<std::size_t>(edge)]) AddLoop(edge, solid);
         }
         ++report_.solids;
-        if (!isClosed_) return;
+        if (!solid.isClosed) return;
         ++report_.closedSolids;
-        report_.volume += volume_;
-        if (volume_ < 0.0) ++report_.insideOut;
+        report_.volume += solid.volume;
+        if (solid.volume < 0.0) ++report_.insideOut;
     }
 
-    void AddLoop(int first) {
+    void AddLoop(int first, SolidReport& solid) {
         task_.Step();
         int edge = first;
         do {
             isSeen_[static_cast<std::size_t>(edge)] = true;
             const int twin = EdgeAt(mesh_, edge).TE;
-            if (twin < 0) isClosed_ = false;
+            if (twin < 0) solid.isClosed = false;
             else waiting_.push_back(twin);
             edge = EdgeAt(mesh_, edge).NE;
         } while (edge != first);
         for (int b = EdgeAt(mesh_, first).NE; EdgeAt(mesh_, b).NE != first; b = EdgeAt(mesh_, b).NE)
-            AddTriangle(StartOf(mesh_, first), StartOf(mesh_, b), StartOf(mesh_, EdgeAt(mesh_, b).NE));
+            AddTriangle(StartOf(mesh_, first), StartOf(mesh_, b), StartOf(mesh_, EdgeAt(mesh_, b).NE), solid);
     }
 
-    void AddTriangle(const Point& a, const Point& b, const Point& c) {
+    void AddTriangle(const Point& a, const Point& b, const Point& c, SolidReport& solid) {
         const double twiceArea = Length(Cross(b - a, c - a));
         const double longest = std::max({LengthSquared(b - a), LengthSquared(c - b), LengthSquared(a - c)});
         ++report_.triangles;
         report_.area += twiceArea / 2.0;
+        ++solid.triangles;
+        solid.area += twiceArea / 2.0;
         if (!(twiceArea > MeshReport::ThinShare * longest)) ++report_.degenerate;
-        volume_ += Dot(a - middle_, Cross(b - middle_, c - middle_)) / 6.0;
+        solid.volume += Dot(a - middle_, Cross(b - middle_, c - middle_)) / 6.0;
     }
 
     const PIN& mesh_;
@@ -126,8 +127,6 @@ private:
     Point middle_;
     std::vector<bool> isSeen_;
     std::vector<int> waiting_;
-    bool isClosed_ = true;
-    double volume_ = 0.0;
 };
 
 std::string TextOf(const Point& p) { return Format("%.9g %.9g %.9g", p.X, p.Y, p.Z); }

@@ -7,6 +7,14 @@
 
 namespace KM::Tool {
 
+/// The measures of one solid: a piece that hangs together by its edges.
+struct SolidReport {
+    long long triangles = 0;
+    double area = 0.0;     ///< square units
+    double volume = 0.0;   ///< cubic units; of no meaning for an open one
+    bool isClosed = true;  ///< without boundary
+};
+
 /// The measures of a mesh that people ask for, whatever was done to it.
 struct MeshReport {
     /// A height below this share of the longest side counts as none: about what single precision can hold.
@@ -19,6 +27,7 @@ struct MeshReport {
     std::vector<long long> boundaries;  ///< edges of each, longest first
     long long boundaryEdges = 0;
     long long solids = 0;            ///< pieces that hang together by their edges
+    std::vector<SolidReport> each;   ///< of them, in the order of their lowest edges
     long long closedSolids = 0;      ///< without boundary
     long long insideOut = 0;         ///< closed, with a negative volume: a cavity, or turned over
     long long nonManifoldEdges = 0;  ///< segments between two nodes with more than two triangles

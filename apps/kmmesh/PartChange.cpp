@@ -25,7 +25,7 @@ void ChangePart(const std::string& file, const std::string& target, const Values
     const PIN& mesh = part.Value().mesh;
     NextSlice(slice.At(0.6));
     const MeshReport before = Measure(mesh);
-    const std::string lines = change(file, part);
+    const std::string lines = change(file, part, before);
     NextSlice(slice.end);
     const MeshReport after = Measure(mesh);
     if (after.triangles == 0) throw Failure(file, "would be left without a triangle");
@@ -47,8 +47,9 @@ void ChangeAll(const Values& values, bool isCacheUsed, const KeptPartChange& cha
 }  // namespace
 
 void ChangeParts(const Values& values, const PartChange& change) {
-    ChangeAll(values, false,
-              [&](const std::string& file, CachedPart& part) { return change(file, part.Value().mesh); });
+    ChangeAll(values, false, [&](const std::string& file, CachedPart& part, const MeshReport& before) {
+        return change(file, part.Value().mesh, before);
+    });
 }
 
 void ChangeKeptParts(const Values& values, const KeptPartChange& change) {

@@ -56,7 +56,7 @@ std::string Change(const std::string& file, CachedPart& part, double tolerance) 
 }
 
 void Run(const Values& values) {
-    ChangeKeptParts(values, [&](const std::string& file, CachedPart& part) {
+    ChangeKeptParts(values, [&](const std::string& file, CachedPart& part, const MeshReport&) {
         return Change(file, part, values.Length("tolerance", DiagonalOf(part.Value().mesh)));
     });
 }

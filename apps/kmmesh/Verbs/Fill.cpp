@@ -86,7 +86,7 @@ std::string TableOf(const std::vector<Hole>& holes, int mostEdges) {
 
 void Run(const Values& values) {
     const int mostEdges = values.Whole("edges");
-    ChangeParts(values, [&](const std::string&, PIN& mesh) {
+    ChangeParts(values, [&](const std::string&, PIN& mesh, const MeshReport&) {
         std::vector<Hole> holes = HolesOf(mesh, mostEdges);
         Fill(mesh, holes, mostEdges);
         return TableOf(holes, mostEdges);

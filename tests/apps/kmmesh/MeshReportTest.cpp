@@ -185,5 +185,20 @@ TEST(MeshReport, AgreesWithAPlainCountOnRandomMeshes) {
     }
 }
 
+TEST(MeshReport, MeasuresEachSolid) {
+    Soup soup = GridFacets(2).AsSoup();
+    const Soup cube = Moved(CubeFacets().AsSoup(), {10, 0, 0});
+    soup.insert(soup.end(), cube.begin(), cube.end());
+    const MeshReport report = Measure(MeshOf(soup));
+    ASSERT_EQ(report.each.size(), 2u);
+    EXPECT_EQ(report.each[0].triangles, 8);
+    EXPECT_EQ(report.each[0].area, 4.0);
+    EXPECT_FALSE(report.each[0].isClosed);
+    EXPECT_EQ(report.each[1].triangles, 12);
+    EXPECT_EQ(report.each[1].area, 6.0);
+    EXPECT_TRUE(report.each[1].isClosed);
+    EXPECT_NEAR(report.each[1].volume, 1.0, 1e-12);
+}
+
 }  // namespace
 }  // namespace KM::Tool

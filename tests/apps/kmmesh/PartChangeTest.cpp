@@ -24,8 +24,9 @@ TEST(ChangeParts, WritesWhatTheChangeMade) {
     Set("text", "N");
     std::string name;
     testing::internal::CaptureStdout();
-    ChangeParts(Values(Probe), [&](const std::string& file, PIN& mesh) {
+    ChangeParts(Values(Probe), [&](const std::string& file, PIN& mesh, const MeshReport& before) {
         name = file;
+        EXPECT_EQ(before.triangles, 12);
         for (TPoint<double>& p : mesh.points) p *= 2.0;
         return std::string();
     });
@@ -42,7 +43,7 @@ TEST(ChangeParts, WritesNothingOfAPartThatIsGone) {
     Set("files", folder / "cube.stl");
     Set("out", folder / "out.stl");
     EXPECT_THROW(ChangeParts(Values(Probe),
-                             [](const std::string&, PIN& mesh) {
+                             [](const std::string&, PIN& mesh, const MeshReport&) {
                                  mesh = PIN();
                                  return std::string();
                              }),
