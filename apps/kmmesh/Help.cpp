@@ -32,7 +32,6 @@ std::string HelpOfTool() {
         "Usage: kmmesh VERB [OPTION...] FILE...   kmmesh VERB --help: its options\n"
         "       kmmesh FILE.xml... [WORD...]      runs configurations; %1 in them: WORD\n"
         "       kmmesh                            the switches for configurations\n"
-        "\n"
         "Verbs:\n";
     for (const Verb* verb : AllVerbs()) text += LineOf(verb->name, verb->help);
     return text +
