@@ -6,6 +6,7 @@
 #include <cstring>
 #include <filesystem>
 #include <limits>
+#include <random>
 
 #include "CacheFile.h"
 #include "Support/Meshes.h"
@@ -110,6 +111,21 @@ TEST_F(CachedResults, OfAFileThatMayStillChangeAreNotKept) {
     fs::last_write_time(File(), fs::file_time_type::clock::now() + std::chrono::hours(1));
     EXPECT_EQ(Counted(File(), "x").made, 1);
     EXPECT_EQ(cache_.Names(), std::vector<std::string>());
+}
+
+TEST_F(CachedResults, OfAFileThatChangesMeanwhileAreNeitherFoundNorKept) {
+    EXPECT_EQ(Counted(File(), "x").made, 1);
+    const std::vector<std::string> kept = cache_.Names();
+    fs::remove(cache_ / kept.back());
+    ASSERT_NE(kept.back().find("mesh"), std::string::npos);
+    CachedPart part(File(), true);
+    fs::last_write_time(File(), fs::last_write_time(File()) + std::chrono::seconds(1));
+    part.Load();
+    bool isMade = false;
+    Cached<std::vector<double>> numbers("distances", "x", part, [&] { return isMade = true, Counted::Numbers(); });
+    numbers.Load();
+    EXPECT_TRUE(isMade);
+    EXPECT_EQ(cache_.Names(), std::vector<std::string>{kept.front()});
 }
 
 TEST_F(CachedResults, AreKeptOnlyIfTheyTookLong) {
@@ -232,6 +248,29 @@ TEST(Packing, RefusesIndicesBeyondTheMesh) {
         reduction.mesh.p2e[0] = index;
         Reduction back;
         EXPECT_FALSE(Unpack(Pack(reduction), back)) << index;
+    }
+}
+
+template <class T>
+void ExpectSurvivesChangedBytes(const T& value, std::mt19937& random) {
+    std::string bytes = Pack(value);
+    for (int change = 0; change < 3; ++change) bytes[random() % bytes.size()] = static_cast<char>(random());
+    T back;
+    if (!Unpack(bytes, back)) return;
+    EXPECT_EQ(Pack(back), bytes);
+}
+
+TEST(Packing, TakesChangedBytesAsTheyAreOrRefusesThem) {
+    PIN mesh = BumpySphere(3);
+    const Part part{mesh};
+    const Reduction reduction{mesh, {}};
+    const Levels levels(mesh, {0.0, 5.0});
+    for (unsigned seed = 0; seed < 500; ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        std::mt19937 random(seed);
+        ExpectSurvivesChangedBytes(part, random);
+        ExpectSurvivesChangedBytes(reduction, random);
+        ExpectSurvivesChangedBytes(levels, random);
     }
 }
 
