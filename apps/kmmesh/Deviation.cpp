@@ -24,15 +24,16 @@ void ForEachSegment(const PIN& mesh, Take take) {
 }  // namespace
 
 Deviation DeviationOf(const PIN& first, const PIN& second) {
-    LongTask task("Comparing", static_cast<double>(first.points.size() + second.edges.size() / 2));
+    LongTask task("Comparing",
+                  static_cast<double>(2 * (first.points.size() + second.points.size()) + second.edges.size() / 2));
     Deviation deviation;
-    const SurfaceDistance fromSecond(second);
+    const SurfaceDistance fromSecond(second, task);
     for (std::size_t i = 0; i < first.points.size(); ++i) {
         task.Step();
         if (first.p2e[i] == -1) continue;
         deviation.ofNodes = std::max(deviation.ofNodes, fromSecond.To(first.points[i], deviation.ofNodes));
     }
-    const SurfaceDistance fromFirst(first);
+    const SurfaceDistance fromFirst(first, task);
     ForEachSegment(second, [&](const Point& a, const Point& b) {
         task.Step();
         deviation.ofEdges = std::max(deviation.ofEdges, fromFirst.To((a + b) / 2.0, deviation.ofEdges));

@@ -87,18 +87,19 @@ private:
     double best_ = std::numeric_limits<double>::infinity();
 };
 
-SurfaceDistance::SurfaceDistance(const PIN& mesh) {
+SurfaceDistance::SurfaceDistance(const PIN& mesh, LongTask& task) {
     triangles_.reserve(mesh.edges.size() / 3);
     const auto at = [&](int node) { return mesh.points[static_cast<std::size_t>(node)]; };
     ForEachTriangle(mesh, [&](int a, int b, int c) { triangles_.push_back({at(a), at(b), at(c)}); });
     // Halves of one level differ by one triangle at most, so all leaves lie on the last two levels.
     boxes_.resize(4 * std::bit_ceil(triangles_.size() / LeafSize + 1));
-    Build({1, 0, triangles_.size()});
+    Build({1, 0, triangles_.size()}, task);
 }
 
 double SurfaceDistance::To(const Point& point, double enough) const { return Search(*this, point, enough).Run(); }
 
-void SurfaceDistance::Build(const Range& range) {
+void SurfaceDistance::Build(const Range& range, LongTask& task) {
+    task.Step();
     if (range.begin == range.end) return;
     const Box& box = boxes_[range.node] = BoxOf(range);
     if (range.IsLeaf()) return;
@@ -107,8 +108,8 @@ void SurfaceDistance::Build(const Range& range) {
     std::nth_element(at(range.begin), at(range.Middle()), at(range.end), [axis](const Triangle& a, const Triangle& b) {
         return Along(MiddleOf(a), axis) < Along(MiddleOf(b), axis);
     });
-    Build(range.Lower());
-    Build(range.Upper());
+    Build(range.Lower(), task);
+    Build(range.Upper(), task);
 }
 
 SurfaceDistance::Box SurfaceDistance::BoxOf(const Range& range) const {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "LongTask.h"
 #include "Mesh/Core/Pin.h"
 
 namespace KM::Tool {
@@ -14,7 +15,9 @@ class SurfaceDistance {
 public:
     /// Keeps copies of the points, so the mesh may change afterwards. Coordinates should be of a usual size, since their
     /// fourth powers are taken.
-    explicit SurfaceDistance(const PIN& mesh);
+    /// @param task  gets a step for each box, of which there are at most as many as triangles
+    /// @throws XUserAbort  if the user wants to stop
+    SurfaceDistance(const PIN& mesh, LongTask& task);
 
     /// The distance; infinite from a mesh without triangles.
     /// @param enough  who looks for the largest of many distances gives the largest one up to now, and gets, much quicker,
@@ -43,7 +46,7 @@ private:
     };
     class Search;
 
-    void Build(const Range& range);
+    void Build(const Range& range, LongTask& task);
     Box BoxOf(const Range& range) const;
 
     std::vector<Triangle> triangles_;

@@ -1,5 +1,7 @@
 #include "Mesh/Algorithms/Decimation.h"
 
+#include <algorithm>
+
 #include "CachedResults.h"
 #include "Deviation.h"
 #include "Output.h"
@@ -17,6 +19,17 @@ double TrianglesOf(const PIN& mesh) {
     double count = 0.0;
     ForEachTriangle(mesh, [&](int, int, int) { ++count; });
     return count;
+}
+
+long long OpenEdges(const PIN& mesh) {
+    return std::count_if(mesh.edges.begin(), mesh.edges.end(), [](const Edge& e) { return e.NE != -1 && e.TE == -1; });
+}
+
+/// Where nodes of a fold go, triangles collapse, and those beyond them lose their neighbours.
+std::string TornText(long long more) {
+    if (more <= 0) return "";
+    return Format("  %-16s%s that had a neighbour have none; a smaller tolerance spares more\n", "torn",
+                  Count(more, "edge").c_str());
 }
 
 Reduction Reduced(const PIN& part, double tolerance) {
@@ -41,7 +54,8 @@ std::string LinesOf(const PIN& before, const Reduction& reduction, double tolera
            Format("  %-16s%.6g at most, of nodes of the part from the result\n", "deviation",
                   reduction.deviation.ofNodes) +
            Format("  %-16s%.6g at most, of middles of edges of the result from the part\n", "deviation back",
-                  reduction.deviation.ofEdges);
+                  reduction.deviation.ofEdges) +
+           TornText(OpenEdges(reduction.mesh) - OpenEdges(before));
 }
 
 std::string Change(const std::string& file, CachedPart& part, double tolerance) {

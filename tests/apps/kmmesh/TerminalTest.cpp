@@ -56,6 +56,14 @@ TEST_F(OnATerminal, LeavesNoHalfWrittenFileWhenStopped) {
     EXPECT_EQ(folder.Bytes("out.stl"), "old");
 }
 
+TEST_F(OnATerminal, WritesNoPartWhenItsChangeIsStopped) {
+    for (const char* verb : {"decimate", "fill", "keep", "refine"}) {
+        SCOPED_TRACE(verb);
+        ExpectStops({verb, "endless.stl", "--out", "out.stl"}, " %  Reading", "\x03");
+    }
+    EXPECT_EQ(folder.Names(), Names{"endless.stl"});
+}
+
 // A million triangles. Where the first collapse has gone and the last has not, no file may appear.
 TEST_F(OnATerminal, StopsWithinAReduction) {
     folder.Write("large.stl", BinaryStl(BumpySphereFacets(354).AsSoup()));

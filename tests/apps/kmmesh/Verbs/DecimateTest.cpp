@@ -68,6 +68,16 @@ TEST(Decimate, TellsHowFarTheSurfaceWentInAnyUnit) {
     }
 }
 
+TEST(Decimate, SaysWhenTheSurfaceIsTorn) {
+    const ToolRun tool;
+    std::filesystem::copy(KM_SOURCE_DIR "/samples/bearing-bracket.stl", tool.folder / "part.stl");
+    const ToolResult torn = tool.Run({"decimate", "part.stl", "--tolerance", "1%", "--out", "few.stl"});
+    EXPECT_EQ(torn.exitCode, 0) << torn.errors;
+    EXPECT_GT(Told(torn.output, "torn"), 0.0);
+    const ToolResult whole = tool.Run({"decimate", "part.stl", "--out", "few.stl"});
+    EXPECT_FALSE(Has(whole.output, "torn")) << whole.output;
+}
+
 TEST(Decimate, RefusesAToleranceThatIsNone) {
     const ToolRun tool;
     tool.folder.Write("ball.stl", BinaryStl(SphereFacets(4).AsSoup()));
