@@ -32,7 +32,7 @@ Option NoCache() { return {"no-cache", Kind::Switch, "N", "make all results anew
 
 CachedResult::CachedResult(const std::string& kind, const std::string& inputs, bool isUsed)
     : kind_(kind), inputs_(inputs), madeFrom_(kind + ' ' + inputs + Maker), isUsed_(isUsed) {
-    Name(CacheNamePrefix + 1 + kind);  // the library puts the first letter in front
+    Name(CacheNamePrefix + kind);
     Caching::Mix(GetKey(), inputs + Maker);
 }
 

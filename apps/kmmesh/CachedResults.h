@@ -20,8 +20,8 @@ namespace KM::Tool {
 /// The option "no-cache" of verbs that keep results.
 Option NoCache();
 
-/// What the name of each of these files in the cache folder begins with; the kind of the result follows.
-inline constexpr const char* CacheNamePrefix = "$kmmesh-";
+/// What the name of each result begins with; its kind follows. The library puts "$" in front for the name of the file.
+inline constexpr const char* CacheNamePrefix = "kmmesh-";
 
 /// A file in the cache folder that is not sound is told of in one line on standard error, and replaced. One that cannot be
 /// written is told of likewise, and the run goes on.

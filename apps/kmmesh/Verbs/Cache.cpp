@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "CacheFile.h"
@@ -23,6 +23,11 @@ constexpr const char* All = "all";
 constexpr const char* Damaged = "damaged";
 constexpr const char* TemporaryExtension = ".tmp";
 
+const std::string& Beginning() {
+    static const std::string beginning = std::string("$") + CacheNamePrefix;
+    return beginning;
+}
+
 /// A file of the tool in the cache folder.
 struct Result {
     std::string file;  ///< without folder
@@ -34,7 +39,7 @@ struct Result {
     bool IsTemporary() const { return file.ends_with(TemporaryExtension); }
     /// "distances" of "$kmmesh-distances.KEY.Data".
     std::string Kind() const {
-        const std::size_t begin = std::string_view(CacheNamePrefix).size();
+        const std::size_t begin = Beginning().size();
         return file.substr(begin, file.find('.', begin) - begin);
     }
 };
@@ -65,17 +70,18 @@ public:
 private:
     void Add(const std::string& file, std::vector<Result>& results) const {
         const bool isResult = file.ends_with(Caching::DataExt());
-        if (!file.starts_with(CacheNamePrefix) || !(isResult || file.ends_with(TemporaryExtension))) return;
+        if (!file.starts_with(Beginning()) || !(isResult || file.ends_with(TemporaryExtension))) return;
         struct stat status {};
         if (fstatat(dirfd(folder_), file.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(status.st_mode))
             return;
-        const double age = Time::Get() - static_cast<double>(status.st_mtim.tv_sec);
+        const double age = now_ - static_cast<double>(status.st_mtim.tv_sec);
         constexpr double longestWriting = 3600.0;  // somebody may be writing a younger one
         if (isResult || age > longestWriting)
             results.push_back({file, static_cast<long long>(status.st_size), std::max(age, 0.0), "", ""});
     }
 
     DIR* folder_;
+    double now_ = Time::Get();  // one for all, or files of the same second would stand in any order
 };
 
 /// @param isWhole  with the checksums, which takes reading all
