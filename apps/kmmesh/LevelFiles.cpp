@@ -2,7 +2,10 @@
 
 #include <bit>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <span>
+#include <utility>
 
 #include "KmTools.h"
 
@@ -46,23 +49,28 @@ Levels::Levels(PIN& mesh, const std::vector<double>& tolerances, const std::func
     for (std::size_t i = 0; i < lods.size(); ++i)
         // The stream leaves out by the size alone what looks like the level before.
         if (i == 0 || lods[i].size != lods[i - 1].size) levels_.push_back(LevelOf(lods[i], static_cast<int>(i) + 1));
-    stream_ = LodsToTRI(lods, words);
+    const KsLodsTRI stream = LodsToTRI(lods, words);
+    const std::unique_ptr<std::int32_t, void (*)(std::int32_t*)> owner(stream.data, [](std::int32_t* data) {
+        void* block = data;
+        KmMemFree(&block);
+    });
+    if (stream.data == nullptr && !levels_.empty()) throw std::bad_alloc();
+    if (stream.data != nullptr) words_.assign(stream.data, stream.data + WordsOf(levels_));
 }
 
-Levels::~Levels() {
-    void* block = stream_.data;
-    KmMemFree(&block);
-}
+Levels::Levels(std::vector<Level> levels, std::vector<std::int32_t> words)
+    : levels_(std::move(levels)), words_(std::move(words)) {}
 
 std::string Levels::FileOf(const PIN& mesh) const {
-    const std::int32_t counts[] = {static_cast<std::int32_t>(mesh.points.size()), stream_.lodCount, WordsOf(levels_)};
+    const std::int32_t counts[] = {static_cast<std::int32_t>(mesh.points.size()),
+                                   static_cast<std::int32_t>(levels_.size()), static_cast<std::int32_t>(words_.size())};
     std::string bytes = "KMLODS01";
     Append(bytes, counts, sizeof counts);
     for (const TPoint<double>& p : mesh.points) {
         const double xyz[] = {p.X, p.Y, p.Z};
         Append(bytes, xyz, sizeof xyz);
     }
-    Append(bytes, stream_.data, static_cast<std::size_t>(counts[2]) * sizeof(std::int32_t));
+    Append(bytes, words_.data(), words_.size() * sizeof(std::int32_t));
     return bytes;
 }
 

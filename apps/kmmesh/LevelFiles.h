@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -22,24 +23,26 @@ struct Level {
 /// The levels of a part, and the stream that a display takes.
 class Levels {
 public:
+    Levels() = default;
     /// @param mesh        reduced by this; its points stay
     /// @param tolerances  in units of the part, ascending
     /// @param watch       see `BuildWatchedLods`
     Levels(PIN& mesh, const std::vector<double>& tolerances, const std::function<void(double)>& watch = nullptr);
-    Levels(const Levels&) = delete;
-    Levels& operator=(const Levels&) = delete;
-    ~Levels();
+    /// As `All` and `Words` gave them.
+    Levels(std::vector<Level> levels, std::vector<std::int32_t> words);
 
     /// Without those in which nothing went since the one before.
     const std::vector<Level>& All() const { return levels_; }
+    /// The stream, see `KsLodsTRI`.
+    const std::vector<std::int32_t>& Words() const { return words_; }
 
     /// What a level file holds, all little-endian: the eight bytes "KMLODS01"; three words of 32 bits, the numbers of
-    /// points, of levels and of words in the stream; three doubles a point; the words of the stream (see `KsLodsTRI`).
+    /// points, of levels and of words in the stream; three doubles a point; the words of the stream.
     std::string FileOf(const PIN& mesh) const;
 
 private:
-    KsLodsTRI stream_{};
     std::vector<Level> levels_;
+    std::vector<std::int32_t> words_;
 };
 
 }  // namespace KM::Tool

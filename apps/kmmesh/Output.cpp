@@ -48,6 +48,13 @@ std::string OnOneLine(std::string text) {
     return text;
 }
 
+void Note(const std::string& line) {
+    if (isQuiet) return;
+    ProgressLine::Clear();
+    std::cout << std::flush;
+    std::cerr << "kmmesh: " << OnOneLine(line) << '\n';
+}
+
 void Complain(const std::string& line, const std::string& below) {
     ProgressLine::Clear();
     std::cout << std::flush;

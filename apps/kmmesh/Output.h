@@ -14,6 +14,10 @@ void Print(const std::string& lines);
 /// The same for what is good to know and was not asked for, as the names of files that were written.
 void Tell(const std::string& lines);
 
+/// One line on standard error of what is good to know, behind the name of the tool; so standard output is the same with
+/// and without. `BeQuiet` drops it.
+void Note(const std::string& line);
+
 /// One line on standard error, behind the name of the tool; red where it is a terminal that takes colours.
 /// @param below  whole lines that are shown below it as they are
 void Complain(const std::string& line, const std::string& below = "");

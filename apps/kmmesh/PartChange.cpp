@@ -17,31 +17,43 @@ struct Slice {
     double At(double share) const { return begin + share * (end - begin); }
 };
 
-void ChangePart(const std::string& file, const std::string& target, bool isText, const PartChange& change,
-                const Slice& slice) {
+void ChangePart(const std::string& file, const std::string& target, const Values& values, bool isCacheUsed,
+                const KeptPartChange& change, const Slice& slice) {
     NextSlice(slice.At(0.4));
-    Part part = ReadPart(file);
+    CachedPart part(file, isCacheUsed);
+    part.Load();
+    const PIN& mesh = part.Value().mesh;
     NextSlice(slice.At(0.6));
-    const MeshReport before = Measure(part.mesh);
-    const std::string lines = change(file, part.mesh, before);
+    const MeshReport before = Measure(mesh);
+    const std::string lines = change(file, part, before);
     NextSlice(slice.end);
-    const MeshReport after = Measure(part.mesh);
+    const MeshReport after = Measure(mesh);
     if (after.triangles == 0) throw Failure(file, "would be left without a triangle");
-    const auto output = WrittenPart(target, part.mesh, 1.0, isText);
+    const auto output = WrittenPart(target, mesh, 1.0, values.IsOn("text"));
     output->Commit();
-    Print(Heading(file, part) + lines + Comparison({{"before", before}, {"after", after}}));
+    Print(Heading(file, part.Value()) + lines + Comparison({{"before", before}, {"after", after}}));
     Tell(target + '\n');
+}
+
+void ChangeAll(const Values& values, bool isCacheUsed, const KeptPartChange& change) {
+    const std::vector<std::string> files = values.Files("files");
+    const std::vector<std::string> targets = TargetsOf(files, values.Text("out"));
+    const auto count = static_cast<double>(files.size());
+    for (std::size_t i = 0; i < files.size(); ++i)
+        ChangePart(files[i], targets[i], values, isCacheUsed, change,
+                   {static_cast<double>(i) / count, static_cast<double>(i + 1) / count});
 }
 
 }  // namespace
 
 void ChangeParts(const Values& values, const PartChange& change) {
-    const std::vector<std::string> files = values.Files("files");
-    const std::vector<std::string> targets = TargetsOf(files, values.Text("out"));
-    const auto count = static_cast<double>(files.size());
-    for (std::size_t i = 0; i < files.size(); ++i)
-        ChangePart(files[i], targets[i], values.IsOn("text"), change,
-                   {static_cast<double>(i) / count, static_cast<double>(i + 1) / count});
+    ChangeAll(values, false, [&](const std::string& file, CachedPart& part, const MeshReport& before) {
+        return change(file, part.Value().mesh, before);
+    });
+}
+
+void ChangeKeptParts(const Values& values, const KeptPartChange& change) {
+    ChangeAll(values, !values.IsOn("no-cache"), change);
 }
 
 }  // namespace KM::Tool

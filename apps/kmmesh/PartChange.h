@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "CachedResults.h"
 #include "Mesh/Core/Pin.h"
 #include "MeshReport.h"
 #include "Verb.h"
@@ -21,5 +22,11 @@ using PartChange = std::function<std::string(const std::string& file, PIN& mesh,
 /// @throws Failure      for what cannot be read or written, and for a change that leaves no triangle
 /// @throws XUserAbort   if the user wants to stop
 void ChangeParts(const Values& values, const PartChange& change);
+
+/// The same for a change that is kept for later runs: takes the part in place of its mesh.
+using KeptPartChange = std::function<std::string(const std::string& file, CachedPart& part, const MeshReport& before)>;
+
+/// The same for verbs that have the option `NoCache`.
+void ChangeKeptParts(const Values& values, const KeptPartChange& change);
 
 }  // namespace KM::Tool

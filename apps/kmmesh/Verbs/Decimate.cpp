@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "CachedResults.h"
 #include "Deviation.h"
 #include "Output.h"
 #include "PartChange.h"
@@ -31,28 +32,46 @@ std::string TornText(long long more) {
                   Count(more, "edge").c_str());
 }
 
-std::string Reduced(PIN& mesh, double tolerance) {
-    const double scale = WorkingScale(mesh);
-    Scale(mesh, scale);
-    const PIN before = mesh;
+Reduction Reduced(const PIN& part, double tolerance) {
+    const double scale = WorkingScale(part);
+    PIN before = part;
+    Scale(before, scale);
+    Reduction result{before, {}};
     TPinManipulationVisitor<TPoint<double>> nobody;
-    DecimateNodes(mesh, tolerance * scale, nobody);
-    Decimate(mesh, tolerance * scale, nobody);
-    const Deviation deviation = DeviationOf(before, mesh);
-    Scale(mesh, 1.0 / scale);
+    DecimateNodes(result.mesh, tolerance * scale, nobody);
+    Decimate(result.mesh, tolerance * scale, nobody);
+    result.deviation = DeviationOf(before, result.mesh);
+    result.deviation.ofNodes /= scale;
+    result.deviation.ofEdges /= scale;
+    Scale(result.mesh, 1.0 / scale);
+    return result;
+}
+
+std::string LinesOf(const PIN& before, const Reduction& reduction, double tolerance) {
     return Format("  %-16s%.9g\n", "tolerance", tolerance) +
            Format("  %-16s%.1f %% of the triangles\n", "reduction",
-                  100.0 * (1.0 - TrianglesOf(mesh) / TrianglesOf(before))) +
+                  100.0 * (1.0 - TrianglesOf(reduction.mesh) / TrianglesOf(before))) +
            Format("  %-16s%.6g at most, of nodes of the part from the result\n", "deviation",
-                  deviation.ofNodes / scale) +
+                  reduction.deviation.ofNodes) +
            Format("  %-16s%.6g at most, of middles of edges of the result from the part\n", "deviation back",
-                  deviation.ofEdges / scale) +
-           TornText(OpenEdges(mesh) - OpenEdges(before));
+                  reduction.deviation.ofEdges) +
+           TornText(OpenEdges(reduction.mesh) - OpenEdges(before));
+}
+
+std::string Change(const std::string& file, CachedPart& part, double tolerance) {
+    PIN& mesh = part.Value().mesh;
+    Cached<Reduction> reduction("reduction", "of tolerance " + ExactText(tolerance), part,
+                                [&] { return Reduced(mesh, tolerance); });
+    reduction.Load();
+    TellFound(file, {&part, &reduction});
+    const std::string lines = LinesOf(mesh, reduction.Value(), tolerance);
+    mesh = std::move(reduction.Value().mesh);
+    return lines;
 }
 
 void Run(const Values& values) {
-    ChangeParts(values, [&](const std::string&, PIN& mesh, const MeshReport&) {
-        return Reduced(mesh, values.Length("tolerance", DiagonalOf(mesh)));
+    ChangeKeptParts(values, [&](const std::string& file, CachedPart& part, const MeshReport&) {
+        return Change(file, part, values.Length("tolerance", DiagonalOf(part.Value().mesh)));
     });
 }
 
@@ -61,7 +80,8 @@ const Verb verb{"decimate",
                 {InputFiles(),
                  {"tolerance", Kind::Length, "0.01%", "a length, or a share of the diagonal"},
                  OutputPath(),
-                 AsText()},
+                 AsText(),
+                 NoCache()},
                 Run};
 const Entry<verb> entry;
 

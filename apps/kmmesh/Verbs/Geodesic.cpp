@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "BandPicture.h"
+#include "CachedResults.h"
 #include "Failure.h"
 #include "LongTask.h"
 #include "Mesh/Algorithms/Geodesics.h"
@@ -86,6 +87,12 @@ std::vector<double> DistancesOf(PIN& mesh, const std::vector<int>& sources, bool
     return distances;
 }
 
+std::string InputsOf(const std::vector<int>& sources, bool isAlongEdges) {
+    std::string text = isAlongEdges ? "along edges from" : "over faces from";
+    for (const int source : sources) text += ' ' + std::to_string(source);
+    return text;
+}
+
 ValuedTriangles TrianglesOf(const PIN& mesh, const std::vector<double>& distances) {
     ValuedTriangles triangles;
     triangles.reserve(mesh.edges.size() / 3);
@@ -147,13 +154,20 @@ void Run(const Values& values) {
     const std::string& file = files.front();
 
     NextSlice(0.2);
-    Part part = ReadPart(file);
-    const PIN& mesh = part.mesh;
+    CachedPart part(file, !values.IsOn("no-cache"));
+    part.Load();
+    PIN& mesh = part.Value().mesh;
     const std::vector<int> sources = SourcesOf(file, mesh, places);
     NextSlice(0.8);
-    const std::vector<double> distances = DistancesOf(part.mesh, sources, values.IsOn("dijkstra"));
+    const bool isAlongEdges = values.IsOn("dijkstra");
+    Cached<std::vector<double>> measured(
+        "distances", InputsOf(sources, isAlongEdges), part, [&] { return DistancesOf(mesh, sources, isAlongEdges); },
+        [&](const std::vector<double>& found) { return found.size() == mesh.points.size(); });
+    measured.Load();
+    const std::vector<double>& distances = measured.Value();
     NextSlice(1.0);
-    const std::string heading = Heading(file, part) + SummaryOf(mesh, sources, distances);
+    TellFound(file, {&part, &measured});
+    const std::string heading = Heading(file, part.Value()) + SummaryOf(mesh, sources, distances);
     if (out.empty() && picture.empty()) return Print(TableOf(heading, mesh, distances));
 
     const Bands bands{RoundLimits(HighestOf(distances), bandCount), "distance", "not reached", Ramp};
@@ -180,7 +194,8 @@ const Verb verb{"geodesic",
                  {"out", Kind::Path, "", "for the distances: file to write, or existing folder"},
                  PictureFile(),
                  ViewPoint(),
-                 {"bands", Kind::Whole, "10", "about how many bands, from 1 to 100", false, {1, 100}}},
+                 {"bands", Kind::Whole, "10", "about how many bands, from 1 to 100", false, {1, 100}},
+                 NoCache()},
                 Run};
 const Entry<verb> entry;
 

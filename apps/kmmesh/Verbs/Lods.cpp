@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 
+#include "CachedResults.h"
 #include "LevelFiles.h"
 #include "LongTask.h"
 #include "Output.h"
@@ -53,23 +55,45 @@ Levels Reduced(PIN& mesh, const std::vector<double>& tolerances) {
     return {mesh, tolerances, [&task](double share) { task.At(share); }};
 }
 
+bool AreWithin(const PIN& mesh, const std::vector<Level>& levels) {
+    const auto isNode = [&](int node) { return node >= 0 && static_cast<std::size_t>(node) < mesh.points.size(); };
+    return std::all_of(levels.begin(), levels.end(), [&](const Level& level) {
+        return std::all_of(level.triangles.begin(), level.triangles.end(),
+                           [&](const auto& nodes) { return std::all_of(nodes.begin(), nodes.end(), isNode); });
+    });
+}
+
+std::string InputsOf(const std::vector<double>& tolerances) {
+    std::string text = "of tolerances";
+    for (const double tolerance : tolerances) text += ' ' + ExactText(tolerance);
+    return text;
+}
+
 /// @param begin,end  the slice of the whole progress that this file has
 void RunFile(const std::string& file, const Values& values, double begin, double end) {
     NextSlice(begin + 0.3 * (end - begin));
-    Part part = ReadPart(file);
-    const auto triangles = static_cast<long long>(part.mesh.edges.size()) / 3;
+    CachedPart part(file, !values.IsOn("no-cache"));
+    part.Load();
+    PIN& mesh = part.Value().mesh;
+    const auto triangles = static_cast<long long>(mesh.edges.size()) / 3;
     const std::string stem = StemOf(values.Text("out"), file);
     const std::string streamName = stem + ".levels.bin";
     OutputFile stream(streamName);  // ahead of the work, which would be lost in a folder that cannot be written
     NextSlice(begin + 0.7 * (end - begin));
-    const Levels levels = Reduced(part.mesh, values.Distances("tolerances", DiagonalOf(part.mesh)));
+    const std::vector<double> tolerances = values.Distances("tolerances", DiagonalOf(mesh));
+    Cached<Levels> reduced(
+        "levels", InputsOf(tolerances), part, [&] { return Reduced(mesh, tolerances); },
+        [&](const Levels& found) { return AreWithin(mesh, found.All()); });
+    reduced.Load();
+    const Levels& levels = reduced.Value();
     NextSlice(end);
-    const StlOutputs outputs = WriteLevels(stem, part.mesh, levels.All(), values.IsOn("text"));
-    stream.Write(levels.FileOf(part.mesh));
+    const StlOutputs outputs = WriteLevels(stem, mesh, levels.All(), values.IsOn("text"));
+    stream.Write(levels.FileOf(mesh));
 
     // All or none: levels of two runs side by side would not fit each other.
     for (const auto& output : outputs) output->Commit();
     stream.Commit();
+    TellFound(file, {&part, &reduced});
     Print(TableOf(file, triangles, levels.All()));
     for (const auto& output : outputs) Tell(output->Name() + '\n');
     Tell(streamName + '\n');
@@ -89,7 +113,8 @@ const Verb verb{"lods",
                 {InputFiles(),
                  {"tolerances", Kind::Distances, "0,0.01%,0.05%,0.2%,1%", "lengths, or shares of the diagonal"},
                  {"out", Kind::Path, ".", "folder for NAME.level1.stl ... and NAME.levels.bin"},
-                 AsText()},
+                 AsText(),
+                 NoCache()},
                 Run};
 const Entry<verb> entry;
 

@@ -38,6 +38,7 @@ std::string Replaced(std::string text, const std::string& what, const std::strin
 
 /// Output and errors of a command as a shell shows them, with the folder as the guide calls it.
 std::string Shown(const ToolRun& tool, const std::string& command) {
+    tool.ForgetResults();
     std::string setting = "PATH='" + std::filesystem::path(KM_TOOL).parent_path().string() + "':$PATH";
     for (const auto& [name, value] : tool.environment) setting += ' ' + name + "='" + value + '\'';
     const std::string here = tool.folder / "";

@@ -11,6 +11,8 @@
 #include <filesystem>
 #include <sstream>
 
+#include "Utils/U_IO/Files.h"
+
 namespace KM::Test {
 namespace {
 
@@ -40,6 +42,10 @@ ToolRun::ToolRun() {
         {"HOME", home / ""}, {"XDG_CACHE_HOME", home / "cache"}, {"TMPDIR", home / "tmp"}, {"TERM", "xterm"}};
 }
 
+void ToolRun::ForgetResults() const {
+    if (!keepsResults) IO::FilesDelete(home / "cache/km/Cache/$kmmesh-*");
+}
+
 void ToolRun::Become(const std::vector<std::string>& arguments, const std::string& where) const {
     std::vector<std::string> words = {KM_TOOL};
     words.insert(words.end(), arguments.begin(), arguments.end());
@@ -53,6 +59,7 @@ void ToolRun::Become(const std::vector<std::string>& arguments, const std::strin
 }
 
 ToolResult ToolRun::Run(const std::vector<std::string>& arguments, const std::string& input) const {
+    ForgetResults();
     home.Write("stdin", input);
     const std::string out = home / "stdout";
     const std::string errors = home / "stderr";

@@ -27,6 +27,11 @@ public:
     /// With these bytes on standard input, and no terminal anywhere.
     ToolResult Run(const std::vector<std::string>& arguments, const std::string& input = "") const;
 
+    /// Deletes what runs have kept for later ones, unless `keepsResults`: whether a run was slow enough to keep something
+    /// must not show in the next one. Comes before each `Run`.
+    void ForgetResults() const;
+
+    bool keepsResults = false;
     const TempFolder folder;  ///< where it runs
     const TempFolder home;    ///< "cache" and "tmp" lie in it
     std::map<std::string, std::string> environment;
