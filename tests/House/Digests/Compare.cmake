@@ -1,5 +1,6 @@
 # Builds the library with each compiler at each level of optimisation, and compares what the digest program prints.
-# In: SOURCE_DIR, SCRATCH_DIR. The builds are kept, so the next run compiles only what has changed.
+# In: SOURCE_DIR, SCRATCH_DIR. The builds are kept, so the next run compiles only what has changed. Warnings belong to the
+# other builds; here GCC would give false ones, of what is precompiled.
 
 function(run)
   execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
@@ -15,7 +16,7 @@ foreach(compilers "gcc g++" "clang clang++")
     set(build ${SCRATCH_DIR}/${variant})
     run(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${build}
       -D CMAKE_C_COMPILER=${c} -D CMAKE_CXX_COMPILER=${cxx} -D CMAKE_BUILD_TYPE=None
-      -D CMAKE_C_FLAGS=-${level} -D CMAKE_CXX_FLAGS=-${level}
+      -D CMAKE_C_FLAGS=-${level} "-DCMAKE_CXX_FLAGS=-${level} -w"
       -D KM_BUILD_DIGESTS=ON -D KM_BUILD_TESTS=OFF -D KM_BUILD_APPS=OFF
       -D KM_BUILD_EXAMPLES=OFF -D KM_WARNINGS_AS_ERRORS=OFF -D KM_PRECOMPILE=ON)
     run(${CMAKE_COMMAND} --build ${build} -j2 --target km_digests)
