@@ -49,21 +49,31 @@ std::string Shown(const ToolRun& tool, const std::string& command) {
     return Replaced(tool.home.Bytes("shown"), here, FolderOfGuide);
 }
 
-/// Runs all commands of a page in a folder with the sample, one after the other.
-void ExpectShowsWhatTheToolPrints(const std::string& page) {
-    std::ostringstream guide;
-    guide << std::ifstream(KM_SOURCE_DIR "/docs/" + page).rdbuf();
-    const std::vector<Step> steps = StepsOf(guide.str());
+std::string BytesOf(const std::filesystem::path& file) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(file, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
+/// Runs all commands of a page in the folder of the tool, with copies of the samples, one after the other.
+void ExpectShowsWhatTheToolPrints(const ToolRun& tool, const std::string& page) {
+    const std::vector<Step> steps = StepsOf(BytesOf(KM_SOURCE_DIR "/docs/" + page));
     ASSERT_GE(steps.size(), 6u);
-    const ToolRun tool;
     for (const char* part : {"bearing-bracket.stl", "broken-cap.stl"})
         std::filesystem::copy(std::filesystem::path(KM_SOURCE_DIR "/samples") / part, tool.folder / part);
     for (const Step& step : steps) EXPECT_EQ(Shown(tool, step.command), step.output) << step.command;
 }
 
-TEST(ToolGuide, ShowsWhatTheToolPrints) { ExpectShowsWhatTheToolPrints("tool-guide.md"); }
+TEST(ToolGuide, ShowsWhatTheToolPrintsAndDraws) {
+    const ToolRun tool;
+    ExpectShowsWhatTheToolPrints(tool, "tool-guide.md");
+    for (const auto& picture : std::filesystem::directory_iterator(KM_SOURCE_DIR "/docs/pictures")) {
+        const std::string drawn = tool.folder / picture.path().filename().string();
+        EXPECT_TRUE(BytesOf(drawn) == BytesOf(picture.path())) << picture.path() << " is not what the guide draws";
+    }
+}
 
-TEST(BatchPage, ShowsWhatTheToolPrints) { ExpectShowsWhatTheToolPrints("batch.md"); }
+TEST(BatchPage, ShowsWhatTheToolPrints) { ExpectShowsWhatTheToolPrints(ToolRun(), "batch.md"); }
 
 }  // namespace
 }  // namespace KM::Test
