@@ -18,7 +18,7 @@ public:
     /// @param min, extent  what the slabs divide among them
     /// @param overlap      how far each reaches beyond its share, on both sides
     SlabRow(double min, double extent, int count, double overlap)
-        : last_(std::max(count - 1, 0)), slabsPerLength_(count / extent) {
+        : last_(std::max(count, 1) - 1), slabsPerLength_(count / extent) {
         // What no level reaches, on both ends: so a walk along the row needs no look at its ends.
         constexpr Slab end{std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN()};
         slabs_.push_back(end);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 #include <utility>
 
@@ -40,6 +41,7 @@ TEST(SlabRow, WithoutSlabsHasNoneThatReaches) {
     for (const double level : {0.0, -1e300, 1e300, NaN, Infinity, -Infinity}) {
         EXPECT_EQ(SlabRow().FirstReaching(level), 0u);
         EXPECT_EQ(SlabRow(1.0, 2.0, -3, 0.0).FirstReaching(level), 0u);
+        EXPECT_EQ(SlabRow(1.0, 2.0, INT_MIN, 0.0).FirstReaching(level), 0u);
     }
 }
 
